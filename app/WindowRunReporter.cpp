@@ -1,0 +1,28 @@
+#include "app/WindowRunReporter.h"
+
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QStatusBar>
+
+namespace {
+
+constexpr int finishedMilliseconds = 5000;
+
+} // namespace
+
+WindowRunReporter::WindowRunReporter(QMainWindow &window, std::function<void(const QString &)> showError)
+    : m_window(window),
+      m_showError(std::move(showError))
+{}
+
+void WindowRunReporter::error(const QString &text) { m_showError(text); }
+
+void WindowRunReporter::logNotEmptied(const QString &details)
+{
+    QMessageBox::critical(&m_window, "Disc Write fail", details);
+}
+
+void WindowRunReporter::finished(const QString &statusText)
+{
+    m_window.statusBar()->showMessage(statusText, finishedMilliseconds);
+}

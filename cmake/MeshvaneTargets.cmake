@@ -1,0 +1,36 @@
+# The one place that says how our own code is compiled.
+
+add_library(meshvane_build_flags INTERFACE)
+# Output bytes must not depend on the processor, so no multiplication and addition may be fused.
+target_compile_options(meshvane_build_flags INTERFACE
+    $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-ffp-contract=off>
+    $<$<CXX_COMPILER_ID:MSVC>:/fp:precise /utf-8>)
+
+add_library(meshvane_warnings INTERFACE)
+target_compile_options(meshvane_warnings INTERFACE
+    $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion
+        -Wshadow -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wnull-dereference
+        -Wformat=2 -Wdouble-promotion -Wundef>
+    $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op -Wuseless-cast>
+    $<$<CXX_COMPILER_ID:MSVC>:/W4>)
+if(MESHVANE_WARNINGS_AS_ERRORS)
+    target_compile_options(meshvane_warnings INTERFACE
+        $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Werror>
+        $<$<CXX_COMPILER_ID:MSVC>:/WX>)
+endif()
+
+# Our language level, warnings and floating-point rule for one target; nothing of it reaches its users
+# but the language level.
+function(meshvane_own_code target)
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    set_target_properties(${target} PROPERTIES CXX_STANDARD 17 CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF)
+    target_link_libraries(${target} PRIVATE
+        $<BUILD_INTERFACE:meshvane_build_flags> $<BUILD_INTERFACE:meshvane_warnings>)
+endfunction()
+
+# A static library whose headers are included relative to the project's root.
+function(meshvane_add_library target)
+    add_library(${target} STATIC ${ARGN})
+    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
+    meshvane_own_code(${target})
+endfunction()

@@ -1,0 +1,36 @@
+#include "stl/RotationMatrix.h"
+
+#include <cmath>
+
+void RotationMatrix::apply(double &x, double &y, double &z) const
+{
+    const double newX = rows[0][0] * x + rows[0][1] * y + rows[0][2] * z;
+    const double newY = rows[1][0] * x + rows[1][1] * y + rows[1][2] * z;
+    const double newZ = rows[2][0] * x + rows[2][1] * y + rows[2][2] * z;
+    x = newX;
+    y = newY;
+    z = newZ;
+}
+
+RotationMatrix RotationMatrix::aboutX(double angle)
+{
+    const double c = std::cos(angle);
+    const double s = std::sin(angle);
+    return {{{1.0, 0.0, 0.0}, {0.0, c, -s}, {0.0, s, c}}};
+}
+
+RotationMatrix RotationMatrix::aboutY(double angle)
+{
+    const double c = std::cos(angle);
+    const double s = std::sin(angle);
+    // Deliberate: the signs of s are opposite to the usual right-handed matrix. Logs and saved part
+    // orientations of users rely on the direction.
+    return {{{c, 0.0, -s}, {0.0, 1.0, 0.0}, {s, 0.0, c}}};
+}
+
+RotationMatrix RotationMatrix::aboutZ(double angle)
+{
+    const double c = std::cos(angle);
+    const double s = std::sin(angle);
+    return {{{c, -s, 0.0}, {s, c, 0.0}, {0.0, 0.0, 1.0}}};
+}

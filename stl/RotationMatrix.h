@@ -1,0 +1,24 @@
+// A rotation about one coordinate axis, or the mark that there is none.
+#pragma once
+
+// Three rows of three. The top-left element is the only switch: up to 1.0 the matrix is applied, the marker
+// 999.0 says that it is not in use. A NaN there (an angle that is infinite or not a number) compares false
+// and so switches the rotation off, too.
+struct RotationMatrix {
+    static constexpr double unusedMarker = 999.0;
+
+    double rows[3][3] = {{unusedMarker, 0.0, 0.0}, {0.0, 0.0, 0.0}, {0.0, 0.0, 0.0}};
+
+    const double *operator[](int row) const { return rows[row]; }
+    double *operator[](int row) { return rows[row]; }
+
+    bool inUse() const { return rows[0][0] <= 1.0; }
+
+    // Replaces the point by matrix times point (a column vector).
+    void apply(double &x, double &y, double &z) const;
+
+    // Angles in radians. Each fills a matrix that is in use.
+    static RotationMatrix aboutX(double angle);
+    static RotationMatrix aboutY(double angle); // positive angles turn +X towards +Z
+    static RotationMatrix aboutZ(double angle);
+};

@@ -1,0 +1,8 @@
+// The one door out of the process: unreadable input and a temporary file that cannot be created end it.
+#pragma once
+
+#include <string>
+
+// Both print one line on standard error and exit with status 1.
+[[noreturn]] void stlFatal(const std::string &line); // the text as it stands, line feed included
+[[noreturn]] void stlFatalWithSystemError(const std::string &text); // text, ": " and the words for errno

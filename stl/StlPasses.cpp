@@ -1,0 +1,168 @@
+#include "stl/StlPasses.h"
+
+#include "stl/StlFacetGrammar.h"
+#include "stl/StlLines.h"
+#include "stl/StlTextWriter.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr double unmeasured = 1e25;
+
+constexpr const char *readError = "\nError reading stl file\n";
+constexpr const char *writeError = "\nError writing stl file\n";
+
+void setMessage(char *message, const char *text) { std::snprintf(message, stlMessageCapacity, "%s", text); }
+
+void appendTotals(char *message, int lines, int facets)
+{
+    const std::size_t length = std::strlen(message);
+    std::snprintf(message + length, stlMessageCapacity - length,
+                  "\nNumber lines read from stl file = %d\nNumber triangles read from stl file = %d\n", lines,
+                  facets);
+}
+
+// Comparisons with NaN are false, so a NaN widens nothing.
+void widen(double &min, double &max, double value)
+{
+    if (value < min)
+        min = value;
+    if (value > max)
+        max = value;
+}
+
+class ExtentScan final : public StlFacetHandler {
+public:
+    ExtentScan(double *const (&min)[3], double *const (&max)[3])
+        : m_min(min),
+          m_max(max)
+    {
+        for (int axis = 0; axis < 3; ++axis) {
+            *m_min[axis] = unmeasured;
+            *m_max[axis] = -unmeasured;
+        }
+    }
+
+    void facetLine(std::string_view, StlWords &) override {}
+    void otherLine(std::string_view) override {}
+
+    void vertexLine(StlWords &numbers) override
+    {
+        stlReadPoint(numbers, m_corner[0], m_corner[1], m_corner[2]);
+        for (int axis = 0; axis < 3; ++axis)
+            widen(*m_min[axis], *m_max[axis], m_corner[axis]);
+    }
+
+private:
+    double *const (&m_min)[3];
+    double *const (&m_max)[3];
+    double m_corner[3] = {0.0, 0.0, 0.0}; // a number that does not convert keeps the corner before
+};
+
+struct AxisChange {
+    double scale;
+    double offsetBefore;
+    double offsetAfter;
+
+    double operator()(double value) const { return (value + offsetBefore) * scale + offsetAfter; }
+};
+
+class ApplyTransformation final : public StlFacetHandler {
+public:
+    ApplyTransformation(StlTextWriter &out, const AxisChange (&axes)[3],
+                        const RotationMatrix *const (&rotations)[3])
+        : m_out(out),
+          m_axes(axes),
+          m_rotations(rotations)
+    {
+        for (const RotationMatrix *rotation : rotations)
+            m_turns = m_turns || rotation->inUse();
+    }
+
+    void facetLine(std::string_view line, StlWords &numbers) override
+    {
+        if (!m_turns) {
+            otherLine(line);
+            return;
+        }
+        stlReadPoint(numbers, m_x, m_y, m_z);
+        turn();
+        m_out.writePaddedPoint("  facet normal ", m_x, m_y, m_z);
+    }
+
+    void vertexLine(StlWords &numbers) override
+    {
+        stlReadPoint(numbers, m_x, m_y, m_z);
+        m_x = m_axes[0](m_x);
+        m_y = m_axes[1](m_y);
+        m_z = m_axes[2](m_z);
+        turn();
+        m_out.writePaddedPoint("      vertex ", m_x, m_y, m_z);
+    }
+
+    void otherLine(std::string_view line) override
+    {
+        m_out.write(line);
+        m_out.write("\n");
+    }
+
+private:
+    void turn()
+    {
+        for (const RotationMatrix *rotation : m_rotations) {
+            if (rotation->inUse())
+                rotation->apply(m_x, m_y, m_z);
+        }
+    }
+
+    StlTextWriter &m_out;
+    const AxisChange (&m_axes)[3];
+    const RotationMatrix *const (&m_rotations)[3];
+    bool m_turns = false;
+    // Deliberate: normals and corners share these. A number that does not convert takes the value that was
+    // written last, which is then transformed once more.
+    double m_x = 0.0;
+    double m_y = 0.0;
+    double m_z = 0.0;
+};
+
+} // namespace
+
+int stl_scan_extents(char *message, std::FILE *in, double *minX, double *maxX, double *minY, double *maxY,
+                     double *minZ, double *maxZ)
+{
+    double *const min[3] = {minX, minY, minZ};
+    double *const max[3] = {maxX, maxY, maxZ};
+    ExtentScan scan(min, max);
+    StlLineReader lines(in);
+    if (!lines.next()) {
+        setMessage(message, readError);
+        return -1;
+    }
+    return stlWalkFacets(lines, StlPassKind::scan, scan, message).ok ? 0 : -1;
+}
+
+int stl_apply_pass(char *message, std::FILE *in, std::FILE *out, double xScl, double yScl, double zScl,
+                   double xOfsB, double yOfsB, double zOfsB, double xOfsA, double yOfsA, double zOfsA,
+                   const RotationMatrix &rotX, const RotationMatrix &rotY, const RotationMatrix &rotZ)
+{
+    const AxisChange axes[3] = {{xScl, xOfsB, xOfsA}, {yScl, yOfsB, yOfsA}, {zScl, zOfsB, zOfsA}};
+    const RotationMatrix *const rotations[3] = {&rotX, &rotY, &rotZ};
+    StlLineReader lines(in);
+    if (!lines.next())
+        return -1;
+    StlTextWriter writer(out);
+    writer.write(lines.line());
+    ApplyTransformation transformation(writer, axes, rotations);
+    const StlWalkResult walk = stlWalkFacets(lines, StlPassKind::apply, transformation, message);
+    const bool written = writer.flush();
+    if (!walk.ok)
+        return -1;
+    if (!written) {
+        setMessage(message, writeError);
+        return -1;
+    }
+    appendTotals(message, lines.number(), walk.facets);
+    return 0;
+}

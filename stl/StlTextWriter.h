@@ -1,0 +1,36 @@
+// Buffered text output on a stream.
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <string_view>
+#include <vector>
+
+// Collects text in a block of its own and hands full blocks to the stream. The stream stays the caller's: it
+// is neither flushed nor closed before flush() is called.
+class StlTextWriter {
+public:
+    explicit StlTextWriter(std::FILE *out);
+    ~StlTextWriter();
+    StlTextWriter(const StlTextWriter &) = delete;
+    StlTextWriter &operator=(const StlTextWriter &) = delete;
+
+    void write(std::string_view text);
+
+    // Write "<before>x y z\n", with each number as "% .8E" or as "%15.8E".
+    void writeBlankSignedPoint(std::string_view before, double x, double y, double z);
+    void writePaddedPoint(std::string_view before, double x, double y, double z);
+
+    // Hands everything to the stream and flushes that. True if all bytes since the start went out.
+    bool flush();
+
+private:
+    using NumberWriter = char *(*)(char *, double);
+    void writePoint(std::string_view before, double x, double y, double z, NumberWriter writeNumber);
+    void handOver();
+
+    std::FILE *m_out;
+    std::vector<char> m_block;
+    std::size_t m_used = 0;
+    bool m_complete = true;
+};

@@ -1,0 +1,49 @@
+#include "stl/StlWriter.h"
+
+#include "stl/StlFatal.h"
+#include "stl/StlTextWriter.h"
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+void writePoint(StlTextWriter &out, std::string_view before, const StlVertex &point)
+{
+    out.writeBlankSignedPoint(before, double{point.x}, double{point.y}, double{point.z});
+}
+
+void writeFacet(StlTextWriter &out, const StlFacet &facet)
+{
+    writePoint(out, "  facet normal ", facet.normal);
+    out.write("    outer loop\n");
+    for (const StlVertex &corner : facet.vertex)
+        writePoint(out, "      vertex ", corner);
+    out.write("    endloop\n  endfacet\n");
+}
+
+bool writeMesh(const StlMesh &mesh, std::FILE *file)
+{
+    StlTextWriter out(file);
+    // Deliberate: the label is this text whatever the mesh's own label is, and both lines keep their two
+    // blanks.
+    out.write("solid  (null)\n");
+    for (std::int32_t i = 0; i < mesh.stats.facetCount; ++i)
+        writeFacet(out, mesh.facets[i]);
+    out.write("endsolid  \n");
+    return out.flush();
+}
+
+} // namespace
+
+bool stl_write_ascii_checked(const StlMesh &mesh, const char *path)
+{
+    std::FILE *file = std::fopen(path, "w");
+    if (file == nullptr)
+        stlFatalWithSystemError(std::string("stl_write_ascii: Couldn't open ") + path + " for writing");
+    const bool written = writeMesh(mesh, file);
+    const bool closed = std::fclose(file) == 0;
+    return written && closed;
+}
+
+void stl_write_ascii(const StlMesh &mesh, const char *path) { stl_write_ascii_checked(mesh, path); }

@@ -1,0 +1,14 @@
+// The text of the run log, piece by piece in the order in which a run writes it. No file handling.
+#pragma once
+
+#include "transform/TransformParameters.h"
+
+#include <string>
+
+// Every piece of the log is a text of its own followed by one more line feed, so most lines are followed by
+// an empty one. Numbers have six decimals.
+std::string runLogHeader();
+std::string runLogParameters(const TransformParameters &parameters);
+
+// `counts` is the message of a successful transformation.
+std::string runLogOutcome(const std::string &counts);
