@@ -18,6 +18,9 @@ namespace {
 
 constexpr const char *fileFilter = "STL files (*.stl *.Stl *.STL *.stl2d);;All files (*.*)";
 
+// A leftover, kept as it is: the slashes make no sense as a pattern, and nothing applies it.
+QRegExp *makeNumberRegExp() { return new QRegExp("/-?/d* | /-?/d*//.//d+ | /-?/d+//.//d*"); }
+
 // A name typed over the chosen one replaces the whole path. Deliberate: the names are compared as Latin-1, so
 // a name outside it always does.
 void synchronisePath(QString &path, const QString &fieldText)
@@ -34,7 +37,7 @@ MeshvaneMainWindow::MeshvaneMainWindow(QWidget *parent)
 {
     ui->setupUi(this);
     setWindowTitle(QString("Meshvane - ") + "Quillmoret");
-    numberRegExp = new QRegExp("/-?/d* | /-?/d*//.//d+ | /-?/d+//.//d*");
+    numberRegExp = makeNumberRegExp();
 
     const auto showErrorBox = [this](const QString &text) { showError(text); };
     form = std::make_unique<FormTable>(*ui);

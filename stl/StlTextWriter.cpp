@@ -25,10 +25,14 @@ void StlTextWriter::handOver()
 
 void StlTextWriter::write(std::string_view text)
 {
-    if (m_used + text.size() > m_block.size())
-        handOver();
-    std::copy(text.begin(), text.end(), m_block.begin() + static_cast<std::ptrdiff_t>(m_used));
-    m_used += text.size();
+    while (!text.empty()) {
+        if (m_used == m_block.size())
+            handOver();
+        const std::size_t count = std::min(text.size(), m_block.size() - m_used);
+        std::copy_n(text.begin(), count, m_block.begin() + static_cast<std::ptrdiff_t>(m_used));
+        m_used += count;
+        text.remove_prefix(count);
+    }
 }
 
 void StlTextWriter::writePoint(std::string_view before, double x, double y, double z,

@@ -1,8 +1,8 @@
 #include "transform/MeshTransformer.h"
 
 #include "stl/StlPasses.h"
+#include "stl/Stream.h"
 #include "transform/RunFiles.h"
-#include "transform/Stream.h"
 
 #include <initializer_list>
 

@@ -5,8 +5,8 @@
 #pragma once
 
 #include "stl/StlMesh.h"
+#include "stl/Stream.h"
 #include "transform/MeshTransformer.h"
-#include "transform/Stream.h"
 #include "transform/TransformParameters.h"
 
 #include <QString>
