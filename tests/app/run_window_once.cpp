@@ -1,0 +1,100 @@
+// Drives the real main, which is linked beside this file: as soon as the application object stands, a timer
+// is set that fills the window, clicks Run and closes it. What the user would have seen goes to standard
+// output.
+//
+// Arguments: "name=text" enters a text into a field, a bare name ticks a box, all in order.
+#include "app/MeshvaneMainWindow.h"
+#include "tests/support/qt/MessageBoxRecorder.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTimer>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <locale>
+#include <memory>
+#include <string>
+
+namespace {
+
+void say(const QString &what, const QString &value)
+{
+    std::puts(qPrintable(what + ": " + value.toUtf8().toPercentEncoding(" ,.:<>/_-\"'()%")));
+    std::fflush(stdout);
+}
+
+QString decimalPoint() { return localeconv()->decimal_point; }
+
+// Debug messages of the program itself; Qt's own chatter about the display is left out.
+void sayMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (type != QtDebugMsg)
+        return;
+    const bool bare = !context.file && context.line == 0 && !context.function;
+    say(bare ? "debug message without context" : "debug message", text);
+}
+
+MeshvaneMainWindow *theWindow()
+{
+    MeshvaneMainWindow *found = nullptr;
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (auto *window = qobject_cast<MeshvaneMainWindow *>(widget))
+            found = window;
+    }
+    return found;
+}
+
+void sayWhatStands(const MeshvaneMainWindow &window)
+{
+    say("visible", window.isVisible() ? "yes" : "no");
+    say("has parent", window.parent() ? "yes" : "no");
+    say("title", window.windowTitle());
+    say("font size", QString::number(QApplication::font().pointSize()));
+    say("font size of labels", QString::number(QApplication::font("QLabel").pointSize()));
+    say("font size of menus", QString::number(QApplication::font("QMenu").pointSize()));
+    say("C locale", std::setlocale(LC_ALL, nullptr) ? std::setlocale(LC_ALL, nullptr) : "(null)");
+    say("C++ locale", QString::fromStdString(std::locale().name()));
+    say("Qt locale", QLocale().name());
+    say("decimal point", decimalPoint());
+}
+
+void enterArguments(const MeshvaneMainWindow &window)
+{
+    for (const QString &argument : QApplication::arguments().mid(1)) {
+        if (argument.contains('='))
+            window.findChild<QLineEdit *>(argument.section('=', 0, 0))->setText(argument.section('=', 1));
+        else
+            window.findChild<QCheckBox *>(argument)->setChecked(true);
+    }
+}
+
+void runOnce()
+{
+    MeshvaneMainWindow *window = theWindow();
+    if (!window)
+        std::exit(99);
+    sayWhatStands(*window);
+    enterArguments(*window);
+    MessageBoxRecorder boxes;
+    boxes.whenShown([](const ShownBox &box) { say("box", box.text); });
+    window->findChild<QDialogButtonBox *>("buttonBox")->button(QDialogButtonBox::Apply)->click();
+    say("status", window->statusBar()->currentMessage());
+    window->close();
+}
+
+void driveTheApplication()
+{
+    qInstallMessageHandler(sayMessage);
+    say("decimal point at first", decimalPoint());
+    QTimer::singleShot(0, qApp, runOnce);
+}
+Q_COREAPP_STARTUP_FUNCTION(driveTheApplication)
+
+} // namespace

@@ -1,0 +1,289 @@
+// The program as a process: how it starts, and how input that it cannot read ends it.
+#include "tests/app/SmallMesh.h"
+#include "tests/support/MeshFiles.h"
+#include "tests/support/qt/QtTestMain.h"
+#include "tests/support/qt/WorkingFolder.h"
+
+#include <QProcess>
+#include <QtTest>
+
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace {
+
+struct Outcome {
+    QProcess::ExitStatus end = QProcess::CrashExit;
+    int status = -1;
+    QStringList said; // on standard output, one line each
+    QByteArray standardError;
+
+    QString value(const QString &what) const
+    {
+        for (const QString &line : said) {
+            if (line.startsWith(what + ": "))
+                return QUrl::fromPercentEncoding(line.mid(what.size() + 2).toUtf8());
+        }
+        return "(not said)";
+    }
+};
+
+Outcome runProgram(const QString &program, const QStringList &arguments,
+                   const QMap<QString, QString> &variables = {})
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (auto variable = variables.begin(); variable != variables.end(); ++variable)
+        environment.insert(variable.key(), variable.value());
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments);
+    if (!process.waitForFinished(30000))
+        qFatal("%s did not end", qPrintable(program));
+    Outcome outcome;
+    outcome.end = process.exitStatus();
+    outcome.status = process.exitCode();
+    outcome.said = QString::fromUtf8(process.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
+    outcome.standardError = process.readAllStandardError();
+    return outcome;
+}
+
+Outcome runWindow(const QStringList &arguments, const QMap<QString, QString> &variables = {})
+{
+    return runProgram(MESHVANE_RUN_WINDOW_ONCE, arguments, variables);
+}
+
+QStringList files(const QString &input, const QString &output)
+{
+    return {"edtFileIn=" + input, "edtFileOut=" + output};
+}
+
+// A name that exists and that no process can open as a file.
+void makeSocket(const QString &name)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, qPrintable(name), sizeof address.sun_path - 1);
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
+    if (descriptor < 0 || bind(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0)
+        qFatal("no socket");
+    close(descriptor);
+}
+
+// What perror writes.
+QByteArray diedOf(const QByteArray &what, int error)
+{
+    return what + ": " + QByteArray(std::strerror(error)) + '\n';
+}
+
+QByteArray binaryMesh(int facets)
+{
+    return QByteArray::fromStdString(binaryStl("made by hand", differentFacets(facets)));
+}
+
+} // namespace
+
+class tst_ProcessEnd : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup() { m_folder.reset(); }
+
+    void startUp();
+    void refusedLocaleIsOnlyMentioned();
+    void closingTheWindowEndsTheProgram();
+    void refusedFormDoesNotEndTheProgram();
+
+    void inputThatCannotBeOpened();
+    void wrongSize_data();
+    void wrongSize();
+    void smallestBinaryFileIsRead();
+    void wrongCountIsOnlyWarnedOf();
+    void temporaryFileThatCannotBeMade();
+    void deathTouchesNeitherOutputNorLog();
+
+    void commaLocale_data();
+    void commaLocale();
+
+private:
+    std::unique_ptr<WorkingFolder> m_localeFolder;
+    std::unique_ptr<WorkingFolder> m_folder;
+};
+
+// Builds a locale whose decimal separator is a comma.
+void tst_ProcessEnd::initTestCase()
+{
+    m_localeFolder = std::make_unique<WorkingFolder>();
+    QProcess localedef;
+    localedef.start("localedef", {"-i", "de_DE", "-f", "UTF-8", m_localeFolder->path("de_DE.UTF-8")});
+    QVERIFY2(localedef.waitForFinished(60000),
+             "localedef is missing; it comes with the locale sources (locales)");
+    QVERIFY2(m_localeFolder->has("de_DE.UTF-8/LC_NUMERIC"), localedef.readAllStandardError().constData());
+}
+
+void tst_ProcessEnd::init()
+{
+    m_folder = std::make_unique<WorkingFolder>();
+    m_folder->write("in.stl", triangleInput());
+}
+
+void tst_ProcessEnd::startUp()
+{
+    const Outcome outcome = runWindow(files("in.stl", "out.stl"));
+    QCOMPARE(outcome.value("visible"), QString("yes"));
+    QCOMPARE(outcome.value("has parent"), QString("no"));
+    QCOMPARE(outcome.value("title"), QString("Meshvane - Quillmoret"));
+    QCOMPARE(outcome.value("font size"), QString("10"));
+    QCOMPARE(outcome.value("font size of labels"), QString("10"));
+    QCOMPARE(outcome.value("font size of menus"), QString("10"));
+    QCOMPARE(outcome.value("C locale"), QString("C"));
+    QCOMPARE(outcome.value("C++ locale"), QString("C"));
+    QCOMPARE(outcome.value("Qt locale"), QString("C"));
+    QCOMPARE(outcome.value("debug message without context"), QString("(not said)"));
+    QCOMPARE(outcome.value("status"), statusAfterRun("out.stl"));
+    QCOMPARE(outcome.standardError, QByteArray());
+    QCOMPARE(m_folder->read("out.stl"), triangleOutput(untouchedCorners()));
+}
+
+void tst_ProcessEnd::refusedLocaleIsOnlyMentioned()
+{
+    const Outcome outcome = runProgram(MESHVANE_RUN_WINDOW_WITHOUT_LOCALE, files("in.stl", "out.stl"));
+    QCOMPARE(outcome.value("debug message without context"), QString("ERROR: Locale not set to classic.\n"));
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(m_folder->read("out.stl"), triangleOutput(untouchedCorners()));
+}
+
+void tst_ProcessEnd::closingTheWindowEndsTheProgram()
+{
+    const Outcome outcome = runWindow(files("in.stl", "out.stl"));
+    QCOMPARE(outcome.end, QProcess::NormalExit);
+    QCOMPARE(outcome.status, 0);
+}
+
+void tst_ProcessEnd::refusedFormDoesNotEndTheProgram()
+{
+    const Outcome outcome = runWindow(files("nofile.stl", "out.stl"));
+    QCOMPARE(outcome.value("box"), QString("<b>Stl Input File</b> doesn't exist.<br>"));
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(m_folder->entries(), QStringList{"in.stl"});
+}
+
+void tst_ProcessEnd::inputThatCannotBeOpened()
+{
+    makeSocket("socket.stl");
+    const Outcome outcome = runWindow(files("socket.stl", "out.stl"));
+    QCOMPARE(outcome.end, QProcess::NormalExit);
+    QCOMPARE(outcome.status, 1);
+    QCOMPARE(outcome.standardError, diedOf("stl_initialize: Couldn't open socket.stl for reading", ENXIO));
+    QCOMPARE(outcome.value("box"), QString("(not said)"));
+    QCOMPARE(m_folder->entries(), QStringList({"in.stl", "socket.stl"}));
+}
+
+void tst_ProcessEnd::wrongSize_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("three facets") << "three.stl" << binaryMesh(3);
+    QTest::newRow("one byte too many") << "more.stl" << binaryMesh(5) + "x";
+    QTest::newRow("one byte too few") << "less.stl" << binaryMesh(5).chopped(1);
+    QTest::newRow("name outside ASCII") << QString::fromUtf8("gr\xc3\xb6\xc3\x9f"
+                                                             "e \xce\xa9.stl")
+                                        << binaryMesh(2);
+}
+
+void tst_ProcessEnd::wrongSize()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    m_folder->write(name, content);
+    const Outcome outcome = runWindow(files(name, "out.stl"));
+    QCOMPARE(outcome.end, QProcess::NormalExit);
+    QCOMPARE(outcome.status, 1);
+    QCOMPARE(outcome.standardError, "The file " + name.toUtf8() + " has the wrong size.\n");
+    QVERIFY(!m_folder->has("out.stl"));
+    QVERIFY(!m_folder->has("_tmp_stl_"));
+    QVERIFY(!m_folder->has("meshvane.log"));
+}
+
+void tst_ProcessEnd::smallestBinaryFileIsRead()
+{
+    const QByteArray mesh = binaryMesh(4);
+    QCOMPARE(mesh.size(), 284);
+    m_folder->write("four.stl", mesh);
+    const Outcome outcome = runWindow(files("four.stl", "out.stl"));
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.standardError, QByteArray());
+    QVERIFY(m_folder->read("meshvane.log").contains("Number triangles read from stl file = 4\n"));
+    QCOMPARE(m_folder->read("out.stl").count("  facet normal"), 4);
+}
+
+void tst_ProcessEnd::wrongCountIsOnlyWarnedOf()
+{
+    m_folder->write("count.stl", QByteArray::fromStdString(binaryStl("made by hand", 0, differentFacets(4))));
+    const Outcome outcome = runWindow(files("count.stl", "out.stl"));
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.standardError,
+             QByteArray("Warning: File size doesn't match number of facets in the header\n"));
+    QCOMPARE(outcome.value("status"), statusAfterRun("out.stl"));
+}
+
+void tst_ProcessEnd::temporaryFileThatCannotBeMade()
+{
+    m_folder->makeFolder("_tmp_stl_");
+    const Outcome outcome = runWindow(files("in.stl", "out.stl"));
+    QCOMPARE(outcome.end, QProcess::NormalExit);
+    QCOMPARE(outcome.status, 1);
+    QCOMPARE(outcome.standardError, diedOf("stl_write_ascii: Couldn't open _tmp_stl_ for writing", EISDIR));
+    QCOMPARE(outcome.value("box"), QString("(not said)"));
+    QCOMPARE(m_folder->entries(), QStringList({"_tmp_stl_", "in.stl"}));
+}
+
+void tst_ProcessEnd::deathTouchesNeitherOutputNorLog()
+{
+    m_folder->write("three.stl", binaryMesh(3));
+    m_folder->write("out.stl", "old output");
+    m_folder->write("meshvane.log", "old log");
+    QCOMPARE(runWindow(files("three.stl", "out.stl")).status, 1);
+    QCOMPARE(m_folder->read("out.stl"), QByteArray("old output"));
+    QCOMPARE(m_folder->read("meshvane.log"), QByteArray("old log"));
+}
+
+void tst_ProcessEnd::commaLocale_data()
+{
+    QTest::addColumn<QString>("scale");
+    QTest::addColumn<QString>("box");
+    QTest::newRow("point") << "1.5"
+                           << "(not said)";
+    QTest::newRow("comma") << "1,5"
+                           << "<b>X Scale</b> field can only contain a number value.<br>";
+}
+
+// One and a half is one and a half on a system that writes it with a comma.
+void tst_ProcessEnd::commaLocale()
+{
+    QFETCH(QString, scale);
+    QFETCH(QString, box);
+    m_folder->write("in.stl", triangleInput().replace("vertex 1 2 3", "vertex 0.5 2 3"));
+    const Outcome outcome = runWindow(files("in.stl", "out.stl") << "edtXScale=" + scale << "edtYOffsA=0.25",
+                                      {{"LC_ALL", "de_DE.UTF-8"}, {"LOCPATH", m_localeFolder->path()}});
+    QCOMPARE(outcome.value("decimal point at first"), QString(","));
+    QCOMPARE(outcome.value("decimal point"), QString("."));
+    QCOMPARE(outcome.value("Qt locale"), QString("C"));
+    QCOMPARE(outcome.value("box"), box);
+    QCOMPARE(outcome.status, 0);
+    if (box != "(not said)")
+        return;
+    QCOMPARE(m_folder->read("out.stl"),
+             triangleOutput("      vertex  7.50000000E-01  2.25000000E+00  3.00000000E+00\n"
+                            "      vertex  7.50000000E+00  2.25000000E+00  3.00000000E+00\n"
+                            "      vertex  1.50000000E+00  1.02500000E+01  1.90000000E+01\n"));
+    QVERIFY(m_folder->read("meshvane.log").contains("xScl = 1.500000     xOfsB = 0.000000"));
+}
+
+MESHVANE_QTEST_MAIN(tst_ProcessEnd)
+#include "tst_ProcessEnd.moc"

@@ -1,0 +1,178 @@
+#include "stl/StlWriter.h"
+#include "tests/support/DyingProcess.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/TextFile.h"
+
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <limits>
+#include <vector>
+
+namespace {
+
+constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+
+class StlWriter : public ::testing::Test {
+protected:
+    StlMesh meshOf(std::vector<StlFacet> newFacets)
+    {
+        facets = std::move(newFacets);
+        StlMesh mesh;
+        mesh.facets = facets.data();
+        mesh.stats.facetCount = static_cast<std::int32_t>(facets.size());
+        return mesh;
+    }
+
+    std::string written(const StlMesh &mesh)
+    {
+        stl_write_ascii(mesh, "out.stl");
+        return readBytes("out.stl");
+    }
+
+    TemporaryFolder folder;
+    std::vector<StlFacet> facets;
+};
+
+StlFacet facetOf(const StlVertex &normal, const StlVertex &a, const StlVertex &b, const StlVertex &c)
+{
+    StlFacet facet;
+    facet.normal = normal;
+    facet.vertex[0] = a;
+    facet.vertex[1] = b;
+    facet.vertex[2] = c;
+    return facet;
+}
+
+const char *const sampleText = "  facet normal  0.00000000E+00  0.00000000E+00  1.00000000E+00\n"
+                               "    outer loop\n"
+                               "      vertex  0.00000000E+00  0.00000000E+00  0.00000000E+00\n"
+                               "      vertex  1.00000000E+00  0.00000000E+00  0.00000000E+00\n"
+                               "      vertex  0.00000000E+00  1.00000000E+00  0.00000000E+00\n"
+                               "    endloop\n"
+                               "  endfacet\n";
+
+StlFacet sample() { return facetOf({0, 0, 1}, {0, 0, 0}, {1, 0, 0}, {0, 1, 0}); }
+
+TEST_F(StlWriter, AMeshWithoutFacetsIsTwoLines)
+{
+    EXPECT_EQ(written(meshOf({})), "solid  (null)\nendsolid  \n");
+}
+
+TEST_F(StlWriter, ANegativeFacetCountIsAMeshWithoutFacets)
+{
+    StlMesh mesh = meshOf({sample()});
+    mesh.stats.facetCount = -1;
+    EXPECT_EQ(written(mesh), "solid  (null)\nendsolid  \n");
+}
+
+TEST_F(StlWriter, AFacetIsSevenLines)
+{
+    EXPECT_EQ(written(meshOf({sample()})), std::string("solid  (null)\n") + sampleText + "endsolid  \n");
+}
+
+TEST_F(StlWriter, TheLabelAndTheAttributesAreNotWritten)
+{
+    StlFacet facet = sample();
+    facet.attribute[0] = 'A';
+    facet.attribute[1] = 255;
+    StlMesh mesh = meshOf({facet});
+    std::strcpy(mesh.stats.header, "solid thing");
+    mesh.stats.type = ascii;
+    EXPECT_EQ(written(mesh), std::string("solid  (null)\n") + sampleText + "endsolid  \n");
+}
+
+TEST_F(StlWriter, NumbersHaveABlankOrAMinusAndEightDecimals)
+{
+    const StlFacet facet =
+        facetOf({1.5F, -0.25F, -0.0F}, {infinity, -infinity, 1e-40F},
+                {notANumber, std::copysign(notANumber, -1.0F), 0.1F},
+                {std::numeric_limits<float>::max(), -std::numeric_limits<float>::denorm_min(), 123456792.0F});
+    EXPECT_EQ(written(meshOf({facet})), "solid  (null)\n"
+                                        "  facet normal  1.50000000E+00 -2.50000000E-01 -0.00000000E+00\n"
+                                        "    outer loop\n"
+                                        "      vertex  INF -INF  9.99994610E-41\n"
+                                        "      vertex  NAN -NAN  1.00000001E-01\n"
+                                        "      vertex  3.40282347E+38 -1.40129846E-45  1.23456792E+08\n"
+                                        "    endloop\n"
+                                        "  endfacet\n"
+                                        "endsolid  \n");
+}
+
+TEST_F(StlWriter, TheNormalIsWrittenAsItIsStored)
+{
+    const StlFacet facet = facetOf({9, 9, 9}, {0, 0, 0}, {0, 0, 0}, {0, 0, 0});
+    EXPECT_NE(
+        written(meshOf({facet})).find("  facet normal  9.00000000E+00  9.00000000E+00  9.00000000E+00\n"),
+        std::string::npos);
+}
+
+TEST_F(StlWriter, ManyFacetsAreWrittenInOrder)
+{
+    constexpr int count = 3000;
+    std::vector<StlFacet> many(count, sample());
+    std::string expected = "solid  (null)\n";
+    for (int i = 0; i < count; ++i) {
+        many[static_cast<std::size_t>(i)].vertex[2].z = static_cast<float>(i % 10);
+        std::string text = sampleText;
+        text[text.rfind("0.00000000E+00")] = static_cast<char>('0' + i % 10);
+        expected += text;
+    }
+    expected += "endsolid  \n";
+    const std::string bytes = written(meshOf(many));
+    ASSERT_EQ(bytes.size(), expected.size());
+    EXPECT_TRUE(bytes == expected);
+}
+
+TEST_F(StlWriter, AnEarlierFileIsReplaced)
+{
+    writeBytes("out.stl", std::string(100000, 'x'));
+    EXPECT_EQ(written(meshOf({})), "solid  (null)\nendsolid  \n");
+}
+
+TEST_F(StlWriter, AFileThatCannotBeOpenedEndsTheProcess)
+{
+    std::filesystem::create_directory("folder");
+    const std::string longPath(5000, 'p');
+    const std::pair<std::string, std::string> rows[] = {
+        {"missing/out.stl", "No such file or directory"},
+        {"", "No such file or directory"},
+        {"missing/100%s%n.stl", "No such file or directory"},
+        {"folder", "Is a directory"},
+        {longPath, "File name too long"},
+    };
+    for (const auto &[path, reason] : rows) {
+        SCOPED_TRACE(path);
+        const StlMesh mesh = meshOf({sample()});
+        const ProcessOutcome outcome =
+            outcomeOf([&mesh, &path = path] { stl_write_ascii(mesh, path.c_str()); });
+        EXPECT_TRUE(outcome.exited);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_EQ(outcome.standardError,
+                  "stl_write_ascii: Couldn't open " + path + " for writing: " + reason + "\n");
+    }
+}
+
+TEST_F(StlWriter, AFullDiskGoesUnnoticed)
+{
+    const StlMesh mesh = meshOf(std::vector<StlFacet>(3000, sample()));
+    const ProcessOutcome outcome = outcomeOf([&mesh] { stl_write_ascii(mesh, "/dev/full"); });
+    EXPECT_TRUE(outcome.exited);
+    EXPECT_EQ(outcome.status, survivedStatus);
+    EXPECT_EQ(outcome.standardError, "");
+}
+
+TEST_F(StlWriter, TheCheckedWriterTellsWhetherEverythingWasWritten)
+{
+    for (const std::size_t count : {0U, 1U, 3000U}) {
+        SCOPED_TRACE(count);
+        const StlMesh mesh = meshOf(std::vector<StlFacet>(count, sample()));
+        EXPECT_TRUE(stl_write_ascii_checked(mesh, "checked.stl"));
+        EXPECT_EQ(readBytes("checked.stl"), written(mesh));
+        EXPECT_FALSE(stl_write_ascii_checked(mesh, "/dev/full"));
+    }
+}
+
+} // namespace

@@ -1,0 +1,43 @@
+// Seeded makers of STL files that are odd, broken or both: food for comparisons and fuzzers.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <random>
+#include <string>
+
+class OddMeshText {
+public:
+    explicit OddMeshText(std::uint64_t seed)
+        : m_random(seed)
+    {}
+
+    // A binary file whose numbers are any bit patterns; sometimes with a wrong count or a wrong size.
+    std::string binaryFile();
+
+    // An ASCII file with facets in a free layout, odd numbers, missing and surplus words and lines.
+    std::string asciiFile();
+
+    // Text in the layout of the temporary file, damaged in none to several places.
+    std::string temporaryFile();
+
+    // A number for a scale, an offset or an angle: mostly ordinary, sometimes zero, huge, infinite or none.
+    double parameter();
+
+    bool oneIn(int n) { return below(n) == 0; }
+    int below(int n);
+
+private:
+    std::string wellFormedText();
+    std::string numberWord();
+    std::string ordinaryNumber();
+    std::string gap();
+    std::string lineEnd();
+    void damage(std::string &text);
+    void damageCharacter(std::string &text);
+    void damageLine(std::string &text);
+    void lengthenLine(std::string &text);
+    std::size_t positionIn(const std::string &text);
+
+    std::mt19937_64 m_random;
+};

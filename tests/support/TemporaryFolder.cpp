@@ -1,0 +1,24 @@
+#include "tests/support/TemporaryFolder.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+TemporaryFolder::TemporaryFolder()
+    : m_before(fs::current_path())
+{
+    std::string pattern = (fs::temp_directory_path() / "meshvane-test-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr)
+        throw std::system_error(errno, std::generic_category(), pattern);
+    m_path = pattern;
+    fs::current_path(m_path);
+}
+
+TemporaryFolder::~TemporaryFolder()
+{
+    std::error_code ignored;
+    fs::current_path(m_before, ignored);
+    fs::remove_all(m_path, ignored);
+}

@@ -1,0 +1,20 @@
+// Whole files and streams as strings of bytes.
+#pragma once
+
+#include "stl/Stream.h"
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+// All of these throw std::system_error if the file does not do what they ask of it.
+std::string readBytes(const std::string &path);
+void writeBytes(const std::string &path, std::string_view bytes);
+Stream openStream(const std::string &path, const char *mode);
+
+// A nameless file in memory with these bytes, open at its start for reading and writing.
+Stream streamOf(std::string_view bytes);
+
+// All bytes of a stream, whatever its position; the position is at the end then.
+std::string bytesOf(const Stream &stream);

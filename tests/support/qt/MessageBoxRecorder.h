@@ -1,0 +1,45 @@
+// Answers every message box while it lives and remembers what the user would have seen.
+#pragma once
+
+#include <QList>
+#include <QMessageBox>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+struct ShownBox {
+    QString title;
+    QString text;
+    QString informativeText;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    QMessageBox::StandardButtons buttons;
+    int buttonCount = 0;
+    const QWidget *parent = nullptr;
+    bool modal = false;
+};
+
+class MessageBoxRecorder : public QObject {
+public:
+    MessageBoxRecorder();
+    ~MessageBoxRecorder() override;
+
+    const QList<ShownBox> &boxes() const { return m_boxes; }
+    QStringList texts() const;
+    void clear() { m_boxes.clear(); }
+
+    // Runs while a box stands, before it is answered.
+    void whenShown(std::function<void(const ShownBox &)> action) { m_action = std::move(action); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void answer(QMessageBox &box);
+
+    QList<ShownBox> m_boxes;
+    std::function<void(const ShownBox &)> m_action;
+};
+
+// The box that every failure but one uses: critical, over no window, one OK button.
+bool isErrorNotification(const ShownBox &box);

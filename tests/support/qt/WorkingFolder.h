@@ -1,0 +1,30 @@
+// A temporary folder to work in, spoken to with Qt's strings.
+#pragma once
+
+#include "tests/support/TemporaryFolder.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+class WorkingFolder {
+public:
+    // Without symbolic links.
+    QString path() const { return m_path; }
+    QString path(const QString &name) const { return m_path + '/' + name; }
+
+    // Names are relative to the folder.
+    void write(const QString &name, const QByteArray &content) const;
+    QByteArray read(const QString &name) const;
+    bool has(const QString &name) const;
+    void makeFolder(const QString &name) const;
+    void remove(const QString &name) const;
+    void link(const QString &name, const QString &target) const;
+    QStringList entries() const;
+
+private:
+    static QString canonicalPath(const TemporaryFolder &folder);
+
+    TemporaryFolder m_folder;
+    QString m_path = canonicalPath(m_folder);
+};

@@ -1,0 +1,315 @@
+#include "tests/support/qt/QtTestMain.h"
+#include "transform/MeshvaneLog.h"
+#include "transform/MeshvaneLogForm.h"
+
+#include <QGridLayout>
+#include <QMetaMethod>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSpacerItem>
+#include <QTextEdit>
+#include <QTranslator>
+#include <QtTest>
+
+#include <functional>
+
+namespace {
+
+// Puts the context in front of every text.
+class ContextTranslator : public QTranslator {
+public:
+    QString translate(const char *context, const char *text, const char *, int) const override
+    {
+        return QLatin1String(context) + '/' + text;
+    }
+    bool isEmpty() const override { return false; }
+};
+
+QGridLayout *gridOf(const QDialog &dialog) { return qobject_cast<QGridLayout *>(dialog.layout()); }
+
+QTextEdit *textOf(const QDialog &dialog) { return dialog.findChild<QTextEdit *>("txtLog"); }
+
+QPushButton *exitOf(const QDialog &dialog) { return dialog.findChild<QPushButton *>("btnExit"); }
+
+struct Cell {
+    int row = -1;
+    int column = -1;
+    int rowSpan = -1;
+    int columnSpan = -1;
+
+    bool operator==(const Cell &other) const
+    {
+        return row == other.row && column == other.column && rowSpan == other.rowSpan &&
+               columnSpan == other.columnSpan;
+    }
+};
+
+Cell cellOf(const QGridLayout &grid, QWidget *widget)
+{
+    Cell cell;
+    grid.getItemPosition(grid.indexOf(widget), &cell.row, &cell.column, &cell.rowSpan, &cell.columnSpan);
+    return cell;
+}
+
+// A dialog of its own kind with the viewer's form.
+class FormHost : public QDialog {
+    Q_OBJECT
+
+public:
+    int clicks = 0;
+
+private slots:
+    void on_btnExit_clicked() { ++clicks; }
+};
+
+} // namespace
+
+class tst_MeshvaneLog : public QObject {
+    Q_OBJECT
+
+private slots:
+    void isAPlainDialogOfItsParent();
+    void hasNameSizeAndTitle();
+    void textSpansTheFirstRow();
+    void textIsOfElevenPointsAndCanBeEdited();
+    void exitButtonStandsBetweenTwoSpacers();
+    void spacerTakesTheWidth_data();
+    void spacerTakesTheWidth();
+    void textsAreTranslatedInTheContextOfTheViewer();
+    void closeClickedIsTheOnlyOwnMethod();
+    void closeClickedAcceptsAndHides();
+    void exitButtonAcceptsAndHides();
+    void closingByTheWindowRejects();
+    void showsPlainOrRichText_data();
+    void showsPlainOrRichText();
+    void aLaterTextReplacesTheFirst();
+    void ownsWhatItShows();
+    void goesWithItsParent();
+    void formListsLayoutTextAndButton();
+    void formKeepsTheNameOfANamedDialog();
+    void formConnectsSlotsByName();
+};
+
+void tst_MeshvaneLog::isAPlainDialogOfItsParent()
+{
+    QWidget parent;
+    const MeshvaneLog dialog(&parent);
+    const QDialog plain(&parent);
+    QCOMPARE(dialog.parentWidget(), &parent);
+    QCOMPARE(dialog.windowFlags(), plain.windowFlags());
+    QVERIFY(!dialog.isModal());
+    QVERIFY(!dialog.isVisible());
+    QVERIFY(!dialog.testAttribute(Qt::WA_DeleteOnClose));
+    QCOMPARE(MeshvaneLog().parentWidget(), nullptr);
+}
+
+void tst_MeshvaneLog::hasNameSizeAndTitle()
+{
+    const MeshvaneLog dialog;
+    QCOMPARE(dialog.objectName(), QString("MeshvaneLog"));
+    QCOMPARE(dialog.size(), QSize(596, 349));
+    QCOMPARE(dialog.windowTitle(), QString("Dialog"));
+    QVERIFY(gridOf(dialog) != nullptr);
+    QCOMPARE(gridOf(dialog)->objectName(), QString("gridLayout"));
+    QCOMPARE(gridOf(dialog)->count(), 4);
+    QCOMPARE(gridOf(dialog)->rowCount(), 2);
+    QCOMPARE(gridOf(dialog)->columnCount(), 3);
+}
+
+void tst_MeshvaneLog::textSpansTheFirstRow()
+{
+    const MeshvaneLog dialog;
+    QVERIFY((cellOf(*gridOf(dialog), textOf(dialog)) == Cell{0, 0, 1, 3}));
+}
+
+void tst_MeshvaneLog::textIsOfElevenPointsAndCanBeEdited()
+{
+    MeshvaneLog dialog;
+    QTextEdit *text = textOf(dialog);
+    QCOMPARE(text->font().pointSize(), 11);
+    QCOMPARE(text->sizePolicy().horizontalPolicy(), QSizePolicy::Preferred);
+    QCOMPARE(text->sizePolicy().verticalPolicy(), QSizePolicy::Preferred);
+    QCOMPARE(text->sizePolicy().horizontalStretch(), 0);
+    QCOMPARE(text->sizePolicy().verticalStretch(), 0);
+    QVERIFY(!text->isReadOnly());
+    dialog.setLogText("log");
+    QTest::keyClicks(text, "my ");
+    QCOMPARE(text->toPlainText(), QString("my log"));
+}
+
+void tst_MeshvaneLog::exitButtonStandsBetweenTwoSpacers()
+{
+    const MeshvaneLog dialog;
+    QCOMPARE(exitOf(dialog)->text(), QString("Exit"));
+    QVERIFY((cellOf(*gridOf(dialog), exitOf(dialog)) == Cell{1, 1, 1, 1}));
+}
+
+void tst_MeshvaneLog::spacerTakesTheWidth_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::newRow("left of the button") << 0;
+    QTest::newRow("right of the button") << 2;
+}
+
+void tst_MeshvaneLog::spacerTakesTheWidth()
+{
+    QFETCH(const int, column);
+    const MeshvaneLog dialog;
+    QLayoutItem *item = gridOf(dialog)->itemAtPosition(1, column);
+    QVERIFY(item != nullptr);
+    QSpacerItem *spacer = item->spacerItem();
+    QVERIFY(spacer != nullptr);
+    QCOMPARE(spacer->sizeHint(), QSize(240, 20));
+    QCOMPARE(spacer->sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+    QCOMPARE(spacer->sizePolicy().verticalPolicy(), QSizePolicy::Minimum);
+}
+
+void tst_MeshvaneLog::textsAreTranslatedInTheContextOfTheViewer()
+{
+    ContextTranslator translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const MeshvaneLog dialog;
+    QCOMPARE(dialog.windowTitle(), QString("MeshvaneLog/Dialog"));
+    QCOMPARE(exitOf(dialog)->text(), QString("MeshvaneLog/Exit"));
+}
+
+void tst_MeshvaneLog::closeClickedIsTheOnlyOwnMethod()
+{
+    const QMetaObject &meta = MeshvaneLog::staticMetaObject;
+    QCOMPARE(meta.methodCount() - meta.methodOffset(), 1);
+    const QMetaMethod method = meta.method(meta.methodOffset());
+    QCOMPARE(method.methodSignature(), QByteArray("closeClicked()"));
+    QCOMPARE(method.methodType(), QMetaMethod::Slot);
+    QCOMPARE(meta.propertyCount(), meta.propertyOffset());
+    QCOMPARE(meta.superClass(), &QDialog::staticMetaObject);
+}
+
+void tst_MeshvaneLog::closeClickedAcceptsAndHides()
+{
+    MeshvaneLog dialog;
+    dialog.show();
+    QVERIFY(dialog.isVisible());
+    const QSignalSpy finished(&dialog, &QDialog::finished);
+    QVERIFY(QMetaObject::invokeMethod(&dialog, "closeClicked"));
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.result(), 1);
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.first().first().toInt(), 1);
+}
+
+void tst_MeshvaneLog::exitButtonAcceptsAndHides()
+{
+    MeshvaneLog dialog;
+    dialog.show();
+    const QSignalSpy accepted(&dialog, &QDialog::accepted);
+    QTest::mouseClick(exitOf(dialog), Qt::LeftButton);
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.result(), 1);
+    QCOMPARE(accepted.count(), 1);
+}
+
+void tst_MeshvaneLog::closingByTheWindowRejects()
+{
+    MeshvaneLog dialog;
+    dialog.show();
+    dialog.close();
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.result(), 0);
+}
+
+void tst_MeshvaneLog::showsPlainOrRichText_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("plain text") << "a\n\n  b   c\n"
+                                << "a\n\n  b   c\n";
+    QTest::newRow("rich text") << "<b>bold</b> and <i>slanted</i>"
+                               << "bold and slanted";
+    // Only the first line that is not empty is looked at, and in a log that is the line with the name.
+    QTest::newRow("tags after the first line of a log")
+        << "\n\n---- meshvane output ----\n\n<b>not bold</b>\n"
+        << "\n\n---- meshvane output ----\n\n<b>not bold</b>\n";
+    QTest::newRow("text beyond Latin-1")
+        << QString::fromUtf8("\nGröße 模型\n") << QString::fromUtf8("\nGröße 模型\n");
+    QTest::newRow("nothing") << ""
+                             << "";
+}
+
+void tst_MeshvaneLog::showsPlainOrRichText()
+{
+    QFETCH(const QString, text);
+    QFETCH(const QString, shown);
+    MeshvaneLog dialog;
+    dialog.setLogText(text);
+    QCOMPARE(textOf(dialog)->toPlainText(), shown);
+}
+
+void tst_MeshvaneLog::aLaterTextReplacesTheFirst()
+{
+    MeshvaneLog dialog;
+    dialog.setLogText("first");
+    dialog.setLogText("second");
+    QCOMPARE(textOf(dialog)->toPlainText(), QString("second"));
+}
+
+void tst_MeshvaneLog::ownsWhatItShows()
+{
+    auto dialog = std::make_unique<MeshvaneLog>();
+    const QPointer<QTextEdit> text = textOf(*dialog);
+    const QPointer<QPushButton> button = exitOf(*dialog);
+    const QPointer<QGridLayout> grid = gridOf(*dialog);
+    QCOMPARE(text->parent(), dialog.get());
+    QCOMPARE(button->parent(), dialog.get());
+    QCOMPARE(grid->parent(), dialog.get());
+    dialog.reset();
+    QVERIFY(text.isNull());
+    QVERIFY(button.isNull());
+    QVERIFY(grid.isNull());
+}
+
+void tst_MeshvaneLog::goesWithItsParent()
+{
+    auto parent = std::make_unique<QWidget>();
+    const QPointer<MeshvaneLog> first = new MeshvaneLog(parent.get());
+    const QPointer<MeshvaneLog> second = new MeshvaneLog(parent.get());
+    parent.reset();
+    QVERIFY(first.isNull());
+    QVERIFY(second.isNull());
+}
+
+void tst_MeshvaneLog::formListsLayoutTextAndButton()
+{
+    QDialog dialog;
+    MeshvaneLogForm form;
+    form.setupUi(&dialog);
+    QCOMPARE(form.gridLayout, gridOf(dialog));
+    QCOMPARE(form.txtLog, textOf(dialog));
+    QCOMPARE(form.btnExit, exitOf(dialog));
+    const std::less<const void *> before;
+    QVERIFY(before(&form.gridLayout, &form.txtLog));
+    QVERIFY(before(&form.txtLog, &form.btnExit));
+    QCOMPARE(dialog.objectName(), QString("MeshvaneLog"));
+}
+
+void tst_MeshvaneLog::formKeepsTheNameOfANamedDialog()
+{
+    QDialog dialog;
+    dialog.setObjectName("named");
+    MeshvaneLogForm form;
+    form.setupUi(&dialog);
+    QCOMPARE(dialog.objectName(), QString("named"));
+}
+
+void tst_MeshvaneLog::formConnectsSlotsByName()
+{
+    FormHost host;
+    MeshvaneLogForm form;
+    form.setupUi(&host);
+    form.btnExit->click();
+    QCOMPARE(host.clicks, 1);
+}
+
+MESHVANE_QTEST_MAIN(tst_MeshvaneLog)
+
+#include "tst_MeshvaneLog.moc"
