@@ -1,0 +1,82 @@
+#!/usr/bin/env bash
+# Shows the program at work where there is no display: scripts/demonstration.sh program
+# Called by run.sh, which builds the program and installs what this needs.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=scripts/lib/virtual-display.sh
+source "$root/scripts/lib/virtual-display.sh"
+# shellcheck source=scripts/lib/meshvane-window.sh
+source "$root/scripts/lib/meshvane-window.sh"
+# shellcheck source=scripts/lib/mesh-extents.sh
+source "$root/scripts/lib/mesh-extents.sh"
+
+program=$1
+folder=$root/build/demonstration
+screenshots=$folder/screenshots
+rm -rf "$folder"
+mkdir -p "$screenshots"
+cp "$root/examples/bracket.stl" "$folder"
+cd "$folder"
+trap stop_virtual_display EXIT
+
+show() {
+    take_screenshot "$screenshots/$1.png"
+    echo "  $2"
+}
+
+stop_with_screenshot() {
+    take_screenshot "$screenshots/failure.png"
+    echo "The demonstration failed: $1. Look at $screenshots/failure.png" >&2
+    exit 1
+}
+
+run_is_finished() { [[ -s metric.stl && ! -e _tmp_stl_ ]] && grep -q 'finished successfully' meshvane.log; }
+
+echo
+echo "The task: a bracket drawn in inches is to be in millimetres, exactly 100 long in X,"
+echo "its corner at the origin, and turned by 90 degrees about X to stand up."
+echo
+start_virtual_display "$folder/display"
+start_meshvane "$folder/display" "$program"
+show 1-empty-form "The program is started and shows its empty form."
+
+fill_in edtFileIn bracket.stl
+fill_in edtFileOut metric.stl
+show 2-files-named "The names of the input and the output file are typed in."
+
+fill_in edtYScale 25.4
+fill_in edtZScale 25.4
+tick_and_fill_in chbXSetL 100
+for box in chbXSet0 chbYSet0 chbZSet0; do
+    click_on "$box"
+done
+tick_and_fill_in chbRotateX 90
+show 3-options-set "Scales, the length of 100, the origin boxes and the rotation are set."
+
+click_on Run
+wait_until 20 run_is_finished || stop_with_screenshot "the run did not finish"
+show 4-run-finished "Run was pressed; the status bar tells of success."
+
+click_on btnViewLog
+wait_for_window 10 "$LOG_VIEWER_TITLE" || stop_with_screenshot "the log did not open"
+show 5-run-log "View Log was pressed; the log of the run is open."
+
+close_log_viewer || stop_with_screenshot "the log did not close"
+click_on Close
+wait_until 10 process_has_ended "$MESHVANE_PROCESS" || stop_with_screenshot "the window did not close"
+echo "  Close was pressed; the program has ended."
+
+echo
+print_mesh_extents before bracket.stl
+print_mesh_extents after metric.stl
+echo
+echo "input        $root/examples/bracket.stl"
+echo "output       $folder/metric.stl"
+echo "run log      $folder/meshvane.log"
+echo "screenshots  $screenshots/"
+for screenshot in "$screenshots"/*.png; do
+    echo "               ${screenshot##*/}"
+done
+echo
+echo "With a display, the same command starts the program itself."
