@@ -1,5 +1,6 @@
 #include "stl/StlFacetGrammar.h"
 
+#include "stl/StlCommonFacet.h"
 #include "stl/StlPasses.h"
 
 namespace {
@@ -42,7 +43,10 @@ public:
     StlWalkResult run()
     {
         StlWalkResult result;
-        while (m_lines.next()) {
+        for (;;) {
+            result.facets += commonFacets();
+            if (!m_lines.next())
+                return result;
             if (StlWords(m_lines.trimmed()).next() == "endsolid") {
                 m_handler.otherLine(m_lines.trimmed());
                 return result;
@@ -53,10 +57,21 @@ public:
             }
             ++result.facets;
         }
-        return result;
     }
 
 private:
+    int commonFacets()
+    {
+        int facets = 0;
+        const char *text = m_lines.ahead(stlCommonFacetSize);
+        while (text != nullptr && m_handler.commonFacet(text)) {
+            m_lines.skip(stlCommonFacetSize, stlCommonFacetLines);
+            ++facets;
+            text = m_lines.ahead(stlCommonFacetSize);
+        }
+        return facets;
+    }
+
     bool facet()
     {
         if (!facetLine())

@@ -17,6 +17,10 @@ public:
     virtual void facetLine(std::string_view line, StlWords &numbers) = 0; // numbers: the words after "normal"
     virtual void vertexLine(StlWords &numbers) = 0;                       // the words after "vertex"
     virtual void otherLine(std::string_view line) = 0; // outer, endloop, endfacet, endsolid
+
+    // Takes a facet of the common form (StlCommonFacet) as a whole, to the effect that its seven lines would
+    // have, or declines and does nothing. Gets stlCommonFacetSize bytes of any content.
+    virtual bool commonFacet(const char *) { return false; }
 };
 
 struct StlWalkResult {

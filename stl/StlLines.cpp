@@ -6,9 +6,13 @@
 
 bool StlLineReader::next()
 {
-    if (m_in == nullptr || std::fgets(m_buffer, stlLineCapacity, m_in) == nullptr)
+    const std::string_view bytes = m_blocks.ahead(stlLineCapacity - 1);
+    if (bytes.empty())
         return false;
-    m_line = m_buffer;
+    std::string_view piece = bytes.substr(0, stlLineCapacity - 1);
+    piece = piece.substr(0, std::min(piece.find('\n'), piece.size() - 1) + 1);
+    m_line = piece.substr(0, piece.find('\0'));
+    m_blocks.take(piece.size());
     ++m_number;
     return true;
 }

@@ -1,24 +1,28 @@
 // Lines of mesh text and the words in them.
 #pragma once
 
+#include "stl/StlBlocks.h"
+
 #include <cstdio>
 #include <string_view>
 
-// fgets is given this many characters, so a line longer than 999 characters arrives in pieces, and each piece
-// counts as a line.
+// A line is what fgets with room for this many characters reads: a longer one arrives in pieces of 999
+// characters, and each piece counts as a line.
 constexpr int stlLineCapacity = 1000;
 
-// Reads a stream line by line and counts. A null stream has no lines.
+// Reads a stream line by line and counts. A null stream has no lines. At the end of its life the stream
+// stands behind the last line taken.
 class StlLineReader {
 public:
     explicit StlLineReader(std::FILE *in)
-        : m_in(in)
+        : m_blocks(in)
     {}
 
     // Goes to the next line; false at the end of the stream, and then line() and number() stay as they were.
     bool next();
 
-    // The line as read, line feed included. A zero byte ends what is seen of it.
+    // The line as read, line feed included. A zero byte ends what is seen of it. Valid until the next call of
+    // next() or ahead().
     std::string_view line() const { return m_line; }
 
     // The line without its line end: at most two characters that are carriage returns or line feeds.
@@ -27,9 +31,24 @@ public:
     // 1 for the first line, 0 before it.
     int number() const { return m_number; }
 
+    // True if the stream ended by an error and not by its end.
+    bool failed() const { return m_blocks.failed(); }
+
+    // For readers that know some lines by heart: `count` bytes behind the current line, or null if there are
+    // fewer at hand; and the way over the lines in them.
+    const char *ahead(std::size_t count)
+    {
+        const std::string_view bytes = m_blocks.ahead(count);
+        return bytes.size() < count ? nullptr : bytes.data();
+    }
+    void skip(std::size_t bytes, int lines)
+    {
+        m_blocks.take(bytes);
+        m_number += lines;
+    }
+
 private:
-    std::FILE *m_in;
-    char m_buffer[stlLineCapacity] = {};
+    StlBlockReader m_blocks;
     std::string_view m_line;
     int m_number = 0;
 };

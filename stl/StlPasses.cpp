@@ -1,9 +1,11 @@
 #include "stl/StlPasses.h"
 
+#include "stl/StlCommonFacet.h"
 #include "stl/StlFacetGrammar.h"
 #include "stl/StlLines.h"
 #include "stl/StlTextWriter.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -50,11 +52,29 @@ public:
     void vertexLine(StlWords &numbers) override
     {
         stlReadPoint(numbers, m_corner[0], m_corner[1], m_corner[2]);
+        widenByCorner();
+    }
+
+    bool commonFacet(const char *text) override
+    {
+        double numbers[9];
+        if (!stlHasCommonLayout(text) || !stlIsCommonPoint(text + stlCommonPointStarts[0]) ||
+            !stlReadCommonPoints<1, 3>(text, numbers))
+            return false;
+        for (const double *corner = numbers; corner != std::end(numbers); corner += 3) {
+            std::copy_n(corner, 3, m_corner);
+            widenByCorner();
+        }
+        return true;
+    }
+
+private:
+    void widenByCorner()
+    {
         for (int axis = 0; axis < 3; ++axis)
             widen(*m_min[axis], *m_max[axis], m_corner[axis]);
     }
 
-private:
     double *const (&m_min)[3];
     double *const (&m_max)[3];
     double m_corner[3] = {0.0, 0.0, 0.0}; // a number that does not convert keeps the corner before
@@ -87,17 +107,14 @@ public:
             return;
         }
         stlReadPoint(numbers, m_x, m_y, m_z);
-        turn();
+        turn(m_x, m_y, m_z);
         m_out.writePaddedPoint("  facet normal ", m_x, m_y, m_z);
     }
 
     void vertexLine(StlWords &numbers) override
     {
         stlReadPoint(numbers, m_x, m_y, m_z);
-        m_x = m_axes[0](m_x);
-        m_y = m_axes[1](m_y);
-        m_z = m_axes[2](m_z);
-        turn();
+        transform(m_x, m_y, m_z);
         m_out.writePaddedPoint("      vertex ", m_x, m_y, m_z);
     }
 
@@ -107,13 +124,71 @@ public:
         m_out.write("\n");
     }
 
+    bool commonFacet(const char *text) override
+    {
+        if (!stlHasCommonLayout(text))
+            return false;
+        return m_turns ? turnedFacet(text) : straightFacet(text);
+    }
+
 private:
-    void turn()
+    void turn(double &x, double &y, double &z) const
     {
         for (const RotationMatrix *rotation : m_rotations) {
             if (rotation->inUse())
-                rotation->apply(m_x, m_y, m_z);
+                rotation->apply(x, y, z);
         }
+    }
+
+    void transform(double &x, double &y, double &z) const
+    {
+        x = m_axes[0](x);
+        y = m_axes[1](y);
+        z = m_axes[2](z);
+        turn(x, y, z);
+    }
+
+    bool turnedFacet(const char *text)
+    {
+        double numbers[12];
+        if (!stlReadCommonPoints<0, 4>(text, numbers))
+            return false;
+        turn(numbers[0], numbers[1], numbers[2]);
+        transformCorners(numbers + 3);
+        char *const out = roomForCopy(text);
+        return stlWriteCommonPoints<0, 4>(out, numbers) && keepFacet(numbers + 9);
+    }
+
+    bool straightFacet(const char *text)
+    {
+        double numbers[9];
+        if (!stlIsCommonPoint(text + stlCommonPointStarts[0]) || !stlReadCommonPoints<1, 3>(text, numbers))
+            return false;
+        transformCorners(numbers);
+        char *const out = roomForCopy(text);
+        return stlWriteCommonPoints<1, 3>(out, numbers) && keepFacet(numbers + 6);
+    }
+
+    void transformCorners(double *corners) const
+    {
+        for (double *corner = corners; corner != corners + 9; corner += 3)
+            transform(corner[0], corner[1], corner[2]);
+    }
+
+    char *roomForCopy(const char *text)
+    {
+        char *const out = m_out.room(stlCommonFacetSize);
+        std::memcpy(out, text, stlCommonFacetSize);
+        return out;
+    }
+
+    bool keepFacet(const double *lastCorner)
+    {
+        m_out.keep(stlCommonFacetSize);
+        m_x = lastCorner[0];
+        m_y = lastCorner[1];
+        m_z = lastCorner[2];
+        return true;
     }
 
     StlTextWriter &m_out;
@@ -140,7 +215,13 @@ int stl_scan_extents(char *message, std::FILE *in, double *minX, double *maxX, d
         setMessage(message, readError);
         return -1;
     }
-    return stlWalkFacets(lines, StlPassKind::scan, scan, message).ok ? 0 : -1;
+    if (!stlWalkFacets(lines, StlPassKind::scan, scan, message).ok)
+        return -1;
+    if (lines.failed()) {
+        setMessage(message, readError);
+        return -1;
+    }
+    return 0;
 }
 
 int stl_apply_pass(char *message, std::FILE *in, std::FILE *out, double xScl, double yScl, double zScl,
@@ -159,8 +240,8 @@ int stl_apply_pass(char *message, std::FILE *in, std::FILE *out, double xScl, do
     const bool written = writer.flush();
     if (!walk.ok)
         return -1;
-    if (!written) {
-        setMessage(message, writeError);
+    if (lines.failed() || !written) {
+        setMessage(message, lines.failed() ? readError : writeError);
         return -1;
     }
     appendTotals(message, lines.number(), walk.facets);

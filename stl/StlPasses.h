@@ -12,7 +12,8 @@ constexpr int stlMessageCapacity = 2048;
 // Finds the smallest and largest coordinate of each axis over all vertex lines, from the stream's position up
 // to an "endsolid" line or the end of the file. Without a vertex the extents are 1e25 and -1e25.
 // `in` is neither closed nor rewound; a null stream counts as an empty one.
-// Returns 0, or -1 with the reason in `message` (stlMessageCapacity characters).
+// Returns 0, or -1 with the reason in `message` (stlMessageCapacity characters). A stream that cannot be read
+// on is a failure, too; that it merely ends is none where a facet may begin.
 int stl_scan_extents(char *message, std::FILE *in, double *minX, double *maxX, double *minY, double *maxY,
                      double *minZ, double *maxZ);
 

@@ -1,8 +1,12 @@
 #include "stl/StlReader.h"
 
+#include "stl/StlBlocks.h"
+#include "stl/StlCommonFacet.h"
 #include "stl/StlFatal.h"
 #include "stl/StlNumberText.h"
+#include "stl/StlPlainScan.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -28,6 +32,9 @@ std::FILE *openForReading(const char *path, const char *mode)
     return file;
 }
 
+// Not rewind, which would forget that reading has failed.
+void goToStart(std::FILE *file) { std::fseek(file, 0, SEEK_SET); }
+
 std::int32_t sizeOf(std::FILE *file)
 {
     std::fseek(file, 0, SEEK_END);
@@ -39,7 +46,7 @@ StlType typeOf(std::FILE *file)
     unsigned char bytes[typeTestSize];
     std::fseek(file, binaryPreludeSize, SEEK_SET);
     const std::size_t count = std::fread(bytes, 1, sizeof bytes, file);
-    std::rewind(file);
+    goToStart(file);
     for (std::size_t i = 0; i < count; ++i) {
         if (bytes[i] > 127)
             return binary;
@@ -60,21 +67,32 @@ int nextTextCharacter(std::FILE *file)
     return character;
 }
 
-// One more than the number of line feeds that end a line of at least four characters.
+// One more than the number of line feeds that end a line of at least four characters, among the first `size`
+// characters of the text. Counts as nextTextCharacter would: a carriage return before a line feed is no
+// character.
 std::int32_t countLines(std::FILE *file, std::int32_t size)
 {
+    StlBlockReader blocks(file);
     std::int32_t lines = 1;
-    std::int32_t characters = 0;
-    for (std::int32_t i = 0; i < size; ++i) {
-        const int character = nextTextCharacter(file);
-        if (character == EOF)
-            break; // only dropped carriage returns are left of the size
-        ++characters;
-        if (character == '\n') {
+    std::int64_t characters = 0; // of the current line
+    std::int64_t total = 0;
+    char last = '\0';
+    for (std::string_view bytes = blocks.ahead(1); !bytes.empty(); bytes = blocks.ahead(1)) {
+        const std::size_t lineFeed = bytes.find('\n');
+        const std::size_t count = std::min(lineFeed, bytes.size() - 1) + 1;
+        characters += static_cast<std::int64_t>(count);
+        if (lineFeed != std::string_view::npos) {
+            if ((lineFeed > 0 ? bytes[lineFeed - 1] : last) == '\r')
+                --characters;
+            total += characters;
+            if (total > size)
+                break;
             if (characters > shortestCountedLine)
                 ++lines;
             characters = 0;
         }
+        last = bytes[count - 1];
+        blocks.take(count);
     }
     return lines;
 }
@@ -92,15 +110,15 @@ void readAsciiLabel(StlMesh &mesh)
 std::int32_t initializeAscii(StlMesh &mesh, std::int32_t size)
 {
     const std::int32_t lines = countLines(mesh.file, size);
-    std::rewind(mesh.file);
+    goToStart(mesh.file);
     readAsciiLabel(mesh);
     return lines / linesPerFacet;
 }
 
-std::uint32_t littleEndian(const unsigned char *bytes)
+std::uint32_t littleEndian(const char *bytes)
 {
-    return std::uint32_t{bytes[0]} | std::uint32_t{bytes[1]} << 8U | std::uint32_t{bytes[2]} << 16U |
-           std::uint32_t{bytes[3]} << 24U;
+    const auto byte = [bytes](int i) { return std::uint32_t{static_cast<unsigned char>(bytes[i])}; };
+    return byte(0) | byte(1) << 8U | byte(2) << 16U | byte(3) << 24U;
 }
 
 std::int32_t initializeBinary(StlMesh &mesh, std::int32_t size, const char *path)
@@ -111,7 +129,7 @@ std::int32_t initializeBinary(StlMesh &mesh, std::int32_t size, const char *path
         stlFatal(std::string("The file ") + path + " has the wrong size.\n");
     const std::int32_t facets = (size - binaryPreludeSize) / binaryFacetSize;
 
-    unsigned char storedCount[4] = {};
+    char storedCount[4] = {};
     static_cast<void>(std::fread(mesh.stats.header, 1, labelSize, mesh.file));
     static_cast<void>(std::fread(storedCount, 1, sizeof storedCount, mesh.file));
     if (littleEndian(storedCount) != static_cast<std::uint32_t>(facets))
@@ -119,34 +137,28 @@ std::int32_t initializeBinary(StlMesh &mesh, std::int32_t size, const char *path
     return facets;
 }
 
-void skipLabelLine(std::FILE *file)
-{
-    int character = 0;
-    do
-        character = std::getc(file);
-    while (character != '\n' && character != EOF);
-}
-
 // A facet read as raw bytes: what a file that ends too early leaves unread keeps the facet before.
 class BinaryFacetReader {
 public:
     explicit BinaryFacetReader(std::FILE *file)
-        : m_file(file)
+        : m_blocks(file)
     {}
 
     void operator()(StlFacet &facet)
     {
-        static_cast<void>(std::fread(m_bytes, 1, sizeof m_bytes, m_file));
-        const unsigned char *from = m_bytes;
+        const std::string_view bytes = m_blocks.ahead(binaryFacetSize).substr(0, binaryFacetSize);
+        bytes.copy(m_bytes, bytes.size());
+        m_blocks.take(bytes.size());
+        const char *from = m_bytes;
         readPoint(from, facet.normal);
         for (StlVertex &corner : facet.vertex)
             readPoint(from, corner);
-        facet.attribute[0] = from[0];
-        facet.attribute[1] = from[1];
+        facet.attribute[0] = static_cast<unsigned char>(from[0]);
+        facet.attribute[1] = static_cast<unsigned char>(from[1]);
     }
 
 private:
-    static void readPoint(const unsigned char *&from, StlVertex &point)
+    static void readPoint(const char *&from, StlVertex &point)
     {
         for (float *value : {&point.x, &point.y, &point.z}) {
             const std::uint32_t bits = littleEndian(from);
@@ -156,28 +168,105 @@ private:
         }
     }
 
-    std::FILE *m_file;
-    unsigned char m_bytes[binaryFacetSize] = {};
+    StlBlockReader m_blocks;
+    char m_bytes[binaryFacetSize] = {};
 };
 
+// Facets as fscanf reads them. Plain text is read without it; a facet that is not plain goes back to the
+// stream and is read by fscanf from its first byte.
 class AsciiFacetReader {
 public:
     explicit AsciiFacetReader(std::FILE *file)
-        : m_file(file)
-    {}
+        : m_file(file),
+          m_blocks(file)
+    {
+        skipLabelLine();
+    }
 
     void operator()(StlFacet &facet)
     {
+        std::string_view text = m_blocks.ahead(ordinaryFacetSize);
+        if (text.empty())
+            return; // at the end nothing converts any more
+        if (readCommon(text, facet) || readPlain(text, facet))
+            return;
+        text = m_blocks.ahead(StlBlockReader::blockSize);
+        if (!readPlain(text, facet))
+            readAny(facet);
+    }
+
+private:
+    static constexpr std::size_t ordinaryFacetSize = 1024;
+
+    void skipLabelLine()
+    {
+        for (std::string_view bytes = m_blocks.ahead(1); !bytes.empty(); bytes = m_blocks.ahead(1)) {
+            const std::size_t lineFeed = bytes.find('\n');
+            m_blocks.take(std::min(lineFeed, bytes.size() - 1) + 1);
+            if (lineFeed != std::string_view::npos)
+                return;
+        }
+    }
+
+    // The form in which this program and many others write.
+    bool readCommon(std::string_view text, StlFacet &facet)
+    {
+        const std::size_t lineFeed = text.front() == '\n' ? 1 : 0; // of the facet before
+        text.remove_prefix(lineFeed);
+        if (text.size() < stlCommonFacetSize || !stlHasCommonLayout(text.data()))
+            return false;
+        double numbers[12];
+        StlFacet read = facet;
+        if (!stlReadCommonPoints<0, 4>(text.data(), numbers) || !roundToPoint(numbers, read.normal) ||
+            !roundToPoint(numbers + 3, read.vertex[0]) || !roundToPoint(numbers + 6, read.vertex[1]) ||
+            !roundToPoint(numbers + 9, read.vertex[2]))
+            return false;
+        facet = read;
+        m_blocks.take(lineFeed + stlCommonFacetSize - 1); // fscanf leaves the last line feed, too
+        return true;
+    }
+
+    static bool roundToPoint(const double *numbers, StlVertex &point)
+    {
+        return stlRoundToFloat(numbers[0], point.x) && stlRoundToFloat(numbers[1], point.y) &&
+               stlRoundToFloat(numbers[2], point.z);
+    }
+
+    bool readPlain(std::string_view text, StlFacet &facet)
+    {
+        StlPlainScanner scanner(text);
+        StlFacet read = facet;
+        const bool isPlain = scanner.skipWord() && scanner.skipWord() && readPoint(scanner, read.normal) &&
+                             scanner.skipWord() && scanner.skipWord() && scanner.skipWord() &&
+                             readPoint(scanner, read.vertex[0]) && scanner.skipWord() &&
+                             readPoint(scanner, read.vertex[1]) && scanner.skipWord() &&
+                             readPoint(scanner, read.vertex[2]) && scanner.skipWord() && scanner.skipWord();
+        if (!isPlain)
+            return false;
+        facet = read;
+        m_blocks.take(static_cast<std::size_t>(scanner.position() - text.data()));
+        return true;
+    }
+
+    static bool readPoint(StlPlainScanner &scanner, StlVertex &point)
+    {
+        return scanner.readFloat(point.x) && scanner.readFloat(point.y) && scanner.readFloat(point.z);
+    }
+
+    void readAny(StlFacet &facet)
+    {
+        m_blocks.giveBack();
         stlScanNormal(m_file, facet.normal.x, facet.normal.y, facet.normal.z);
         stlSkipTwoWords(m_file);
         for (StlVertex &corner : facet.vertex)
             stlScanCorner(m_file, corner.x, corner.y, corner.z);
         stlSkipWord(m_file);
         stlSkipWord(m_file);
+        m_blocks.continueFromStream();
     }
 
-private:
     std::FILE *m_file;
+    StlBlockReader m_blocks;
 };
 
 float largerOf(float a, float b) { return b > a ? b : a; }
@@ -220,7 +309,7 @@ void finishStatistics(StlStats &stats)
 }
 
 template <typename FacetReader>
-void loadFacets(StlMesh &mesh, FacetReader readFacet, int firstFacet, bool first)
+void loadFacets(StlMesh &mesh, FacetReader &&readFacet, int firstFacet, bool first)
 {
     StlFacet working; // persists: a number that does not convert keeps the facet before
     for (std::int32_t i = firstFacet; i < mesh.stats.facetCount; ++i) {
@@ -280,8 +369,7 @@ void stl_load_facets(StlMesh &mesh, int firstFacet, bool first)
         std::fseek(mesh.file, binaryPreludeSize, SEEK_SET);
         loadFacets(mesh, BinaryFacetReader(mesh.file), firstFacet, first);
     } else {
-        std::rewind(mesh.file);
-        skipLabelLine(mesh.file);
+        goToStart(mesh.file);
         loadFacets(mesh, AsciiFacetReader(mesh.file), firstFacet, first);
     }
     finishStatistics(mesh.stats);

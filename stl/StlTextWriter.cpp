@@ -3,50 +3,53 @@
 #include "stl/StlNumberText.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
-constexpr std::size_t blockSize = 64 * 1024;
+constexpr std::size_t pageSize = 4096;
 
 } // namespace
 
 StlTextWriter::StlTextWriter(std::FILE *out)
     : m_out(out),
-      m_block(blockSize)
+      m_block(new char[blockSize]) // not make_unique, which would touch all of it
 {}
 
-StlTextWriter::~StlTextWriter() { handOver(); }
+StlTextWriter::~StlTextWriter() { handOver(m_used); }
 
-void StlTextWriter::handOver()
+void StlTextWriter::handOver(std::size_t count)
 {
-    m_complete = std::fwrite(m_block.data(), 1, m_used, m_out) == m_used && m_complete;
-    m_used = 0;
+    m_complete = std::fwrite(m_block.get(), 1, count, m_out) == count && m_complete;
+    m_used -= count;
+    std::memmove(m_block.get(), m_block.get() + count, m_used);
 }
+
+// Whole pages: a stream passes them on as they are, while a rest would be copied into its own buffer first.
+void StlTextWriter::makeRoom() { handOver(m_used / pageSize * pageSize); }
 
 void StlTextWriter::write(std::string_view text)
 {
     while (!text.empty()) {
-        if (m_used == m_block.size())
-            handOver();
-        const std::size_t count = std::min(text.size(), m_block.size() - m_used);
-        std::copy_n(text.begin(), count, m_block.begin() + static_cast<std::ptrdiff_t>(m_used));
-        m_used += count;
-        text.remove_prefix(count);
+        const std::string_view piece = text.substr(0, largestRoom);
+        std::copy(piece.begin(), piece.end(), room(piece.size()));
+        keep(piece.size());
+        text.remove_prefix(piece.size());
     }
 }
 
 void StlTextWriter::writePoint(std::string_view before, double x, double y, double z,
                                NumberWriter writeNumber)
 {
-    char text[3 * (stlMaxNumberText + 1)];
-    char *end = text;
+    write(before);
+    char *const start = room(3 * (stlMaxNumberText + 1));
+    char *end = start;
     for (const double value : {x, y, z}) {
         end = writeNumber(end, value);
         *end++ = ' ';
     }
     end[-1] = '\n';
-    write(before);
-    write({text, static_cast<std::size_t>(end - text)});
+    keep(static_cast<std::size_t>(end - start));
 }
 
 void StlTextWriter::writeBlankSignedPoint(std::string_view before, double x, double y, double z)
@@ -61,7 +64,7 @@ void StlTextWriter::writePaddedPoint(std::string_view before, double x, double y
 
 bool StlTextWriter::flush()
 {
-    handOver();
+    handOver(m_used);
     m_complete = std::fflush(m_out) == 0 && m_complete;
     return m_complete;
 }

@@ -3,8 +3,8 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <memory>
 #include <string_view>
-#include <vector>
 
 // Collects text in a block of its own and hands full blocks to the stream. The stream stays the caller's: it
 // is neither flushed nor closed before flush() is called.
@@ -17,6 +17,17 @@ public:
 
     void write(std::string_view text);
 
+    // Room for `size` bytes (up to largestRoom) to be filled in by the caller, and the way to keep the first
+    // of them.
+    static constexpr std::size_t largestRoom = std::size_t{128} * 1024;
+    char *room(std::size_t size)
+    {
+        if (blockSize - m_used < size)
+            makeRoom();
+        return m_block.get() + m_used;
+    }
+    void keep(std::size_t size) { m_used += size; }
+
     // Write "<before>x y z\n", with each number as "% .8E" or as "%15.8E".
     void writeBlankSignedPoint(std::string_view before, double x, double y, double z);
     void writePaddedPoint(std::string_view before, double x, double y, double z);
@@ -27,10 +38,13 @@ public:
 private:
     using NumberWriter = char *(*)(char *, double);
     void writePoint(std::string_view before, double x, double y, double z, NumberWriter writeNumber);
-    void handOver();
+    void handOver(std::size_t count);
+    void makeRoom();
+
+    static constexpr std::size_t blockSize = 2 * largestRoom;
 
     std::FILE *m_out;
-    std::vector<char> m_block;
+    std::unique_ptr<char[]> m_block;
     std::size_t m_used = 0;
     bool m_complete = true;
 };

@@ -1,9 +1,11 @@
 #include "stl/StlWriter.h"
 
+#include "stl/StlCommonFacet.h"
 #include "stl/StlFatal.h"
 #include "stl/StlTextWriter.h"
 
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 namespace {
@@ -13,8 +15,27 @@ void writePoint(StlTextWriter &out, std::string_view before, const StlVertex &po
     out.writeBlankSignedPoint(before, double{point.x}, double{point.y}, double{point.z});
 }
 
+bool writeCommonFacet(StlTextWriter &out, const StlFacet &facet)
+{
+    double numbers[12];
+    double *next = numbers;
+    for (const StlVertex &point : {facet.normal, facet.vertex[0], facet.vertex[1], facet.vertex[2]}) {
+        *next++ = double{point.x};
+        *next++ = double{point.y};
+        *next++ = double{point.z};
+    }
+    char *const text = out.room(stlCommonFacetSize);
+    std::memcpy(text, stlCommonFacetText, stlCommonFacetSize);
+    if (!stlWriteCommonPoints<0, 4>(text, numbers))
+        return false;
+    out.keep(stlCommonFacetSize);
+    return true;
+}
+
 void writeFacet(StlTextWriter &out, const StlFacet &facet)
 {
+    if (writeCommonFacet(out, facet))
+        return;
     writePoint(out, "  facet normal ", facet.normal);
     out.write("    outer loop\n");
     for (const StlVertex &corner : facet.vertex)

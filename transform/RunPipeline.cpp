@@ -9,6 +9,7 @@
 #include "transform/RunReporter.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <cstring>
@@ -46,13 +47,20 @@ bool RunPipeline::loadMesh(const QString &inputPath)
     stl_allocate_facets(m_mesh);
     const int allocationError = errno;
     stl_load_facets(m_mesh, 0, true);
+    const bool readFailed = std::ferror(m_mesh.file) != 0;
     std::fclose(m_mesh.file);
     m_mesh.file = nullptr;
-    if (m_mesh.facets != nullptr)
-        return true;
-    m_reporter.error(QStringLiteral("stl_initialize: ") +
-                     QString::fromLocal8Bit(std::strerror(allocationError)));
-    return false;
+    if (m_mesh.facets == nullptr) {
+        m_reporter.error(QStringLiteral("stl_initialize: ") +
+                         QString::fromLocal8Bit(std::strerror(allocationError)));
+        return false;
+    }
+    // A directory can be opened but not read, and counts as an empty mesh.
+    if (readFailed && !QFileInfo(inputPath).isDir()) {
+        m_reporter.error(QStringLiteral("\nError reading stl file\n"));
+        return false;
+    }
+    return true;
 }
 
 bool RunPipeline::writeTemporaryFile()

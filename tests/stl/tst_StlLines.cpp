@@ -101,9 +101,11 @@ TEST(StlLines, ReadingStartsWhereTheStreamStandsAndTakesNoMoreThanItsLines)
 {
     const Stream in = streamOf("skipped\none\ntwo\n");
     ASSERT_EQ(std::fseek(in.get(), 8, SEEK_SET), 0);
-    StlLineReader reader(in.get());
-    ASSERT_TRUE(reader.next());
-    EXPECT_EQ(reader.trimmed(), "one");
+    {
+        StlLineReader reader(in.get());
+        ASSERT_TRUE(reader.next());
+        EXPECT_EQ(reader.trimmed(), "one");
+    }
     EXPECT_EQ(std::ftell(in.get()), 12);
 }
 

@@ -1,0 +1,84 @@
+#include "stl/StlBlocks.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr std::size_t pageSize = 4096;
+constexpr std::size_t longestLine = 999;
+
+bool canSeek(std::FILE *in) { return in != nullptr && std::ftell(in) >= 0; }
+
+} // namespace
+
+StlBlockReader::StlBlockReader(std::FILE *in)
+    : m_in(in),
+      m_canSeek(canSeek(in)),
+      m_block(new char[capacity]) // not make_unique, which would touch all of it
+{}
+
+StlBlockReader::~StlBlockReader() { giveBack(); }
+
+void StlBlockReader::giveBack()
+{
+    if (m_begin != m_end)
+        std::fseek(m_in, -static_cast<long>(m_end - m_begin), SEEK_CUR);
+    m_begin = 0;
+    m_end = 0;
+}
+
+void StlBlockReader::continueFromStream()
+{
+    m_atEnd = false;
+    m_readSize = pageSize;
+}
+
+void StlBlockReader::fill(std::size_t wanted)
+{
+    if (m_in == nullptr || m_atEnd)
+        return;
+    if (m_canSeek)
+        readAhead(std::min(wanted, blockSize));
+    else if (m_begin == m_end)
+        readLine();
+}
+
+void StlBlockReader::readAhead(std::size_t wanted)
+{
+    std::memmove(m_block.get(), m_block.get() + m_begin, m_end - m_begin);
+    m_end -= m_begin;
+    m_begin = 0;
+    while (m_end < wanted && !m_atEnd) {
+        // Whole pages: a stream reads them straight into the block, while a rest would go through its own
+        // buffer.
+        const std::size_t room = std::min(m_readSize, (capacity - m_end) / pageSize * pageSize);
+        const std::size_t count = std::fread(m_block.get() + m_end, 1, room, m_in);
+        m_end += count;
+        if (count < room)
+            noteEnd();
+        m_readSize = std::min(2 * m_readSize, blockSize);
+    }
+}
+
+void StlBlockReader::readLine()
+{
+    m_begin = 0;
+    m_end = 0;
+    while (m_end < longestLine) {
+        const int character = std::getc(m_in);
+        if (character == EOF) {
+            noteEnd();
+            return;
+        }
+        m_block[m_end++] = static_cast<char>(character);
+        if (character == '\n')
+            return;
+    }
+}
+
+void StlBlockReader::noteEnd()
+{
+    m_atEnd = true;
+    m_failed = std::feof(m_in) == 0;
+}
