@@ -1,211 +1,157 @@
-// Times the whole road of a run, from the STL file to the transformed file, against two others that do it in
-// the same process and alternate with it: the plain standard-I/O twin, and a program that only moves the same
-// bytes. Prints CPU seconds and their ratios; compares all output bytes while it is at it.
+// Times the whole road of a run, from the STL file to the transformed file, against two others that alternate
+// with it: the plain standard-I/O twin, and a program that only moves the same bytes. Compares the outputs of
+// road and twin.
 //
-//   bench_Road [facets] [rounds]
+//   bench_Road [facets [rounds]]
 
-#include "stl/StlPasses.h"
-#include "stl/StlReader.h"
-#include "stl/StlWriter.h"
-#include "tests/support/MeshFiles.h"
+#include "benchmarks/BenchMesh.h"
+#include "benchmarks/CpuTime.h"
 #include "tests/support/PlainRoad.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
-#include "transform/MeshTransformer.h"
-#include "transform/TransformParameters.h"
+#include "transform/RunFiles.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
+#include <cstdio>
 #include <cstdlib>
-#include <ctime>
-#include <functional>
-#include <memory>
-#include <random>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace {
 
-constexpr const char *temporaryFile = "_tmp_stl_";
-
-double cpuSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
-
-// A bumpy ball: ordinary coordinates of both signs and several sizes, unit normals.
-std::vector<BinaryFacet> ballFacets(int count)
-{
-    std::mt19937_64 random(20240917);
-    std::uniform_real_distribution<float> part(-1.0F, 1.0F);
-    std::vector<BinaryFacet> facets(static_cast<std::size_t>(count));
-    for (BinaryFacet &facet : facets) {
-        const float x = part(random);
-        const float y = part(random);
-        const float z = part(random);
-        const float length = std::sqrt(x * x + y * y + z * z) + 1e-6F;
-        facet.numbers = {x / length, y / length, z / length};
-        for (std::size_t i = 3; i < 12; ++i)
-            facet.numbers[i] = facet.numbers[i % 3] * 100.0F + part(random) * 0.5F;
-    }
-    return facets;
-}
-
 struct Case {
-    const char *name;
-    const char *input;
-    plain::Request request;
-    std::array<double, 9> values;
-    int scans;
+    const char *options;
+    TransformParameters parameters;
+    int scans; // of the temporary file before it is transformed
 };
 
-void productRoad(const Case &c, const std::string &output)
+void plainRoad(const TransformParameters &p, const std::string &input, const std::string &output)
 {
-    StlMesh mesh;
-    stl_initialize(mesh, c.input);
-    stl_allocate_facets(mesh);
-    stl_load_facets(mesh, 0, true);
-    std::fclose(mesh.file);
-    stl_write_ascii(mesh, temporaryFile);
-    stl_release_facets(mesh);
-    char message[stlMessageCapacity] = "\n";
-    const auto &v = c.values;
-    MeshTransformer transformer(v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7], v[8]);
-    const plain::Request &r = c.request;
-    stl_transform(transformer, message, std::fopen(temporaryFile, "r"), std::fopen(output.c_str(), "w+"),
-                  r.rotateX, r.rotateY, r.rotateZ, r.angleX, r.angleY, r.angleZ, r.setLengthX, r.setLengthY,
-                  r.setLengthZ, r.lengthX, r.lengthY, r.lengthZ, r.setOriginX, r.setOriginY, r.setOriginZ,
-                  r.xSameY, r.xSameZ, r.ySameX, r.ySameZ, r.zSameX, r.zSameY);
-}
+    plain::Mesh mesh;
+    plain::initialize(mesh, input);
+    plain::allocateFacets(mesh);
+    plain::loadFacets(mesh, 0, true);
+    mesh.closeFile();
+    plain::writeAscii(mesh, temporaryFileName);
 
-void plainRoad(const Case &c, const std::string &output)
-{
-    {
-        plain::Mesh mesh;
-        plain::initialize(mesh, c.input);
-        plain::allocateFacets(mesh);
-        plain::loadFacets(mesh, 0, true);
-        mesh.closeFile();
-        plain::writeAscii(mesh, temporaryFile);
-    }
-    char message[plain::messageCapacity] = "\n";
-    const auto &v = c.values;
     plain::Placement placement;
-    placement.scale = {v[0], v[1], v[2]};
-    placement.offsetBefore = {v[3], v[4], v[5]};
-    placement.offsetAfter = {v[6], v[7], v[8]};
+    placement.scale = {p.xScl, p.yScl, p.zScl};
+    placement.offsetBefore = {p.xOfsB, p.yOfsB, p.zOfsB};
+    placement.offsetAfter = {p.xOfsA, p.yOfsA, p.zOfsA};
+    plain::Request request;
+    request.rotateX = p.xRotate;
+    request.rotateZ = p.zRotate;
+    request.angleX = p.xAngle;
+    request.angleZ = p.zAngle;
+    request.setOriginX = p.xSet0;
+    request.setOriginY = p.ySet0;
+    request.setOriginZ = p.zSet0;
+    request.setLengthX = p.xSetL;
+    request.lengthX = p.xLength;
     plain::Extents extents;
-    plain::transform(placement, extents, message, std::fopen(temporaryFile, "r"),
-                     std::fopen(output.c_str(), "w+"), c.request);
+    char message[plain::messageCapacity] = "\n";
+    plain::transform(placement, extents, message, std::fopen(temporaryFileName, "r"),
+                     std::fopen(output.c_str(), "w+"), request);
+    std::remove(temporaryFileName);
 }
 
-// Reads the input, writes as much as the temporary file has, reads that as often as the passes do and writes
-// it again.
+// Reads the input (an ASCII one twice, for its lines must be counted), writes as much as the temporary file
+// holds, reads that for each scan, and copies it to the output.
 class ByteMover {
 public:
-    void operator()(const Case &c, const std::string &output)
+    void move(const std::string &input, int readings, int scans, std::uintmax_t temporarySize)
     {
-        const std::string temporary = readBytes(temporaryFile); // left by the road before
-        const std::clock_t start = std::clock();
-        readAll(c.input);
-        if (std::string(c.input) == "ascii.stl")
-            readAll(c.input); // once more to count its lines
-        writeAll(temporaryFile, temporary.size());
-        for (int i = 0; i < c.scans; ++i)
-            readAll(temporaryFile);
-        std::FILE *in = std::fopen(temporaryFile, "r");
-        std::FILE *out = std::fopen(output.c_str(), "w");
-        for (std::size_t count = 1; count > 0;) {
-            count = std::fread(m_block.data(), 1, m_block.size(), in);
-            std::fwrite(m_block.data(), 1, count, out);
+        for (int i = 0; i < readings; ++i)
+            read(input);
+        Stream temporary(std::fopen("moved_tmp", "w"));
+        for (std::uintmax_t rest = temporarySize; rest > 0;) {
+            const auto count = std::min<std::uintmax_t>(rest, m_block.size());
+            std::fwrite(m_block.data(), 1, count, temporary.get());
+            rest -= count;
         }
-        std::fclose(in);
-        std::fclose(out);
-        m_seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+        temporary.reset();
+        for (int i = 0; i < scans; ++i)
+            read("moved_tmp");
+        copy("moved_tmp", "moved.out");
+        std::remove("moved_tmp");
     }
-    double seconds() const { return m_seconds; }
 
 private:
-    void readAll(const char *path)
+    void read(const std::string &path)
     {
-        std::FILE *in = std::fopen(path, "r");
-        while (std::fread(m_block.data(), 1, m_block.size(), in) > 0) {
+        const Stream in(std::fopen(path.c_str(), "r"));
+        while (std::fread(m_block.data(), 1, m_block.size(), in.get()) > 0) {
         }
-        std::fclose(in);
     }
 
-    void writeAll(const char *path, std::size_t size)
+    void copy(const std::string &from, const std::string &to)
     {
-        std::FILE *out = std::fopen(path, "w");
-        for (std::size_t at = 0; at < size; at += m_block.size())
-            std::fwrite(m_block.data(), 1, std::min(m_block.size(), size - at), out);
-        std::fclose(out);
+        const Stream in(std::fopen(from.c_str(), "r"));
+        const Stream out(std::fopen(to.c_str(), "w+"));
+        for (std::size_t count = 1; count > 0;) {
+            count = std::fread(m_block.data(), 1, m_block.size(), in.get());
+            std::fwrite(m_block.data(), 1, count, out.get());
+        }
     }
 
     std::vector<char> m_block = std::vector<char>(std::size_t{256} * 1024, ' ');
-    double m_seconds = 0.0;
 };
 
-double timed(const std::function<void()> &road)
-{
-    const double start = cpuSeconds();
-    road();
-    return cpuSeconds() - start;
-}
+class RoadBenchmark {
+public:
+    RoadBenchmark(int rounds, std::uintmax_t temporarySize)
+        : m_rounds(rounds),
+          m_temporarySize(temporarySize)
+    {}
+
+    // False if the outputs differ.
+    bool run(const std::string &input, int readings, const Case &c)
+    {
+        double road = 1e9;
+        double plain = 1e9;
+        double move = 1e9;
+        for (int round = 0; round < m_rounds; ++round) {
+            road = std::min(road, cpuSecondsOf([&] { engineRoad(c.parameters, input, "road.out"); }));
+            move = std::min(move,
+                            cpuSecondsOf([&] { m_mover.move(input, readings, c.scans, m_temporarySize); }));
+            if (round % 4 == 0) // slow, and steady enough
+                plain = std::min(plain, cpuSecondsOf([&] { plainRoad(c.parameters, input, "plain.out"); }));
+        }
+        const bool same = readBytes("road.out") == readBytes("plain.out");
+        std::printf("| %s | %s | %.3f | %.2f | %.3f | %.1f | %.2f |%s\n", input.c_str(), c.options, road,
+                    plain, move, plain / road, road / move, same ? "" : " OUTPUTS DIFFER");
+        return same;
+    }
+
+private:
+    int m_rounds;
+    std::uintmax_t m_temporarySize;
+    ByteMover m_mover;
+};
 
 } // namespace
 
 int main(int argc, char **argv)
 {
     const int facets = argc > 1 ? std::atoi(argv[1]) : 1000000;
-    const int rounds = argc > 2 ? std::atoi(argv[2]) : 3;
+    const int rounds = argc > 2 ? std::atoi(argv[2]) : 5;
     const TemporaryFolder folder;
-    writeBytes("binary.stl", binaryStl("benchmark", ballFacets(facets)));
-    {
-        StlMesh mesh;
-        stl_initialize(mesh, "binary.stl");
-        stl_allocate_facets(mesh);
-        stl_load_facets(mesh, 0, true);
-        std::fclose(mesh.file);
-        stl_write_ascii(mesh, "ascii.stl");
-        stl_release_facets(mesh);
-    }
+    writeBall("binary.stl", facets);
+    convertToAscii("binary.stl", "ascii.stl");
 
-    plain::Request rotation;
-    rotation.rotateX = rotation.rotateZ = 1;
-    rotation.angleX = 30.0;
-    rotation.angleZ = 45.0;
-    plain::Request lengths;
-    lengths.setOriginX = lengths.setOriginY = lengths.setOriginZ = 1;
-    lengths.setLengthX = 1;
-    lengths.lengthX = 100.0;
-    const std::array<double, 9> scaled = {2.5, 2.5, 0.4, 1.25, -3.0, 0.1, 0.0, 10.0, 0.7};
-    std::vector<Case> cases;
-    for (const char *input : {"binary.stl", "ascii.stl"}) {
-        cases.push_back({"scale and offset", input, {}, scaled, 0});
-        cases.push_back({"rotation", input, rotation, scaled, 0});
-        cases.push_back({"origin and length", input, lengths, {1, 1, 1, 0, 0, 0, 0, 0, 0}, 2});
-    }
-
-    std::printf("%d facets, %d rounds, least CPU seconds of each\n", facets, rounds);
-    std::printf("%-12s %-18s %8s %8s %8s %12s %12s\n", "input", "options", "road", "plain", "move",
-                "plain/road", "road/move");
+    const Case cases[] = {{"scale and offset", scaleAndOffset(), 0},
+                          {"and rotation", rotation(), 0},
+                          {"origin and length", originAndLength(), 2}};
+    std::printf("%d facets; least CPU seconds of %d alternating rounds\n\n", facets, rounds);
+    std::printf("| input | options | road | plain | moving | plain / road | road / moving "
+                "|\n|---|---|---|---|---|---|---|\n");
+    RoadBenchmark benchmark(rounds,
+                            std::filesystem::file_size("ascii.stl")); // written as the temporary file is
     bool same = true;
-    for (const Case &c : cases) {
-        double road = 1e9;
-        double plain = 1e9;
-        double move = 1e9;
-        ByteMover mover;
-        for (int round = 0; round < rounds; ++round) {
-            road = std::min(road, timed([&] { productRoad(c, "road.out"); }));
-            mover(c, "moved.out");
-            move = std::min(move, mover.seconds());
-            if (round == 0 || rounds < 4)
-                plain = std::min(plain, timed([&] { plainRoad(c, "plain.out"); }));
-            if (round == 0)
-                same = same && readBytes("road.out") == readBytes("plain.out");
-        }
-        std::printf("%-12s %-18s %8.3f %8.3f %8.3f %12.2f %12.2f\n", c.input, c.name, road, plain, move,
-                    plain / road, road / move);
-    }
-    std::printf("%s\n", same ? "all outputs equal the twin's" : "OUTPUTS DIFFER");
-    return same ? 0 : 1;
+    for (const Case &c : cases)
+        same = benchmark.run("binary.stl", 1, c) && same;
+    for (const Case &c : cases)
+        same = benchmark.run("ascii.stl", 2, c) && same;
+    return same ? EXIT_SUCCESS : EXIT_FAILURE;
 }

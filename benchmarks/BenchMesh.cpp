@@ -1,0 +1,120 @@
+#include "benchmarks/BenchMesh.h"
+
+#include "stl/StlPasses.h"
+#include "stl/StlReader.h"
+#include "stl/StlWriter.h"
+#include "tests/support/MeshFiles.h"
+#include "transform/MeshTransformer.h"
+#include "transform/RunFiles.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <random>
+
+namespace {
+
+class Ball {
+public:
+    BinaryFacet next()
+    {
+        const float x = m_part(m_random);
+        const float y = m_part(m_random);
+        const float z = m_part(m_random);
+        const float length = std::sqrt(x * x + y * y + z * z) + 1e-6F;
+        BinaryFacet facet;
+        facet.numbers = {x / length, y / length, z / length};
+        for (std::size_t i = 3; i < 12; ++i)
+            facet.numbers[i] = facet.numbers[i % 3] * 100.0F + m_part(m_random) * 0.5F;
+        return facet;
+    }
+
+private:
+    std::mt19937_64 m_random{20240917};
+    std::uniform_real_distribution<float> m_part{-1.0F, 1.0F};
+};
+
+void load(StlMesh &mesh, const std::string &path)
+{
+    stl_initialize(mesh, path.c_str());
+    stl_allocate_facets(mesh);
+    stl_load_facets(mesh, 0, true);
+    std::fclose(mesh.file);
+}
+
+} // namespace
+
+void writeBall(const std::string &path, int facets)
+{
+    Ball ball;
+    std::FILE *out = std::fopen(path.c_str(), "wb");
+    std::string bytes(80, 'b');
+    appendLittleEndian(bytes, static_cast<std::uint32_t>(facets));
+    for (int i = 0; i < facets; ++i) {
+        const BinaryFacet facet = ball.next();
+        for (const float number : facet.numbers)
+            appendLittleEndian(bytes, number);
+        bytes.append(2, '\0');
+        if (bytes.size() > 1000000 || i + 1 == facets) {
+            std::fwrite(bytes.data(), 1, bytes.size(), out);
+            bytes.clear();
+        }
+    }
+    std::fclose(out);
+}
+
+void convertToAscii(const std::string &binaryPath, const std::string &asciiPath)
+{
+    StlMesh mesh;
+    load(mesh, binaryPath);
+    stl_write_ascii(mesh, asciiPath.c_str());
+    stl_release_facets(mesh);
+}
+
+bool engineRoad(const TransformParameters &p, const std::string &input, const std::string &output)
+{
+    StlMesh mesh;
+    load(mesh, input);
+    stl_write_ascii(mesh, temporaryFileName);
+    char message[stlMessageCapacity] = "\n";
+    MeshTransformer transformer(p.xScl, p.yScl, p.zScl, p.xOfsB, p.yOfsB, p.zOfsB, p.xOfsA, p.yOfsA, p.zOfsA);
+    const int result = stl_transform(
+        transformer, message, std::fopen(temporaryFileName, "r"), std::fopen(output.c_str(), "w+"), p.xRotate,
+        p.yRotate, p.zRotate, p.xAngle, p.yAngle, p.zAngle, p.xSetL, p.ySetL, p.zSetL, p.xLength, p.yLength,
+        p.zLength, p.xSet0, p.ySet0, p.zSet0, p.xSameY, p.xSameZ, p.ySameX, p.ySameZ, p.zSameX, p.zSameY);
+    stl_release_facets(mesh);
+    std::remove(temporaryFileName);
+    return result == 0;
+}
+
+TransformParameters scaleAndOffset()
+{
+    TransformParameters p;
+    p.xScl = p.yScl = 2.5;
+    p.zScl = 0.4;
+    p.xOfsB = 1.25;
+    p.yOfsB = -3.0;
+    p.zOfsB = 0.1;
+    p.yOfsA = 10.0;
+    p.zOfsA = 0.7;
+    return p;
+}
+
+TransformParameters rotation()
+{
+    TransformParameters p = scaleAndOffset();
+    p.xRotate = p.zRotate = 1;
+    p.xAngle = 30.0;
+    p.zAngle = 45.0;
+    return p;
+}
+
+TransformParameters originAndLength()
+{
+    TransformParameters p;
+    p.xScl = p.yScl = p.zScl = 1.0;
+    p.xSet0 = p.ySet0 = p.zSet0 = 1;
+    p.xSetL = 1;
+    p.xLength = 100.0;
+    return p;
+}

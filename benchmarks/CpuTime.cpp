@@ -1,0 +1,50 @@
+#include "benchmarks/CpuTime.h"
+
+#include <cstdio>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+double seconds(const timeval &time)
+{
+    return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
+}
+
+double cpuSecondsIn(const rusage &usage) { return seconds(usage.ru_utime) + seconds(usage.ru_stime); }
+
+} // namespace
+
+double cpuSeconds()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return cpuSecondsIn(usage);
+}
+
+double cpuSecondsOf(const std::function<void()> &work)
+{
+    const double start = cpuSeconds();
+    work();
+    return cpuSeconds() - start;
+}
+
+Usage usageOf(const std::function<void()> &work)
+{
+    std::fflush(nullptr);
+    const pid_t child = fork();
+    if (child == 0) {
+        work();
+        std::fflush(nullptr);
+        _exit(0);
+    }
+    int status = 0;
+    rusage usage{};
+    Usage result;
+    result.succeeded =
+        wait4(child, &status, 0, &usage) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    result.cpuSeconds = cpuSecondsIn(usage);
+    result.peakBytes = 1024.0 * static_cast<double>(usage.ru_maxrss);
+    return result;
+}
