@@ -12,7 +12,7 @@
 // one before is taken. A null stream is empty.
 class StlBlockReader {
 public:
-    static constexpr std::size_t blockSize = std::size_t{256} * 1024;
+    static constexpr std::size_t blockSize = std::size_t{1024} * 1024;
 
     explicit StlBlockReader(std::FILE *in);
     ~StlBlockReader();

@@ -136,7 +136,12 @@ bool StlPlainScanner::readDecimalFloat(float &value)
 {
     Decimal decimal;
     DecimalScan scan(m_at, m_end);
-    if (!scan.run(decimal) || scan.position() == m_end || !isBlank(*scan.position()))
+    const bool isDecimal = scan.run(decimal);
+    if (scan.position() == m_end) {
+        m_at = m_end;
+        return false;
+    }
+    if (!isDecimal || !isBlank(*scan.position()))
         return false;
     const char *start = *m_at == '+' ? m_at + 1 : m_at; // from_chars knows no plus sign
     m_at = scan.position();

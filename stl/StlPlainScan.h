@@ -23,6 +23,9 @@ public:
     // Behind the last word or number.
     const char *position() const { return m_at; }
 
+    // True if something was declined because the text ended there; with more text it might be plain.
+    bool ranOut() const { return m_at == m_end; }
+
 private:
     void skipBlanks();
     bool readFixedFloat(float &value);

@@ -188,15 +188,21 @@ public:
         std::string_view text = m_blocks.ahead(ordinaryFacetSize);
         if (text.empty())
             return; // at the end nothing converts any more
-        if (readCommon(text, facet) || readPlain(text, facet))
+        if (readCommon(text, facet))
             return;
-        text = m_blocks.ahead(StlBlockReader::blockSize);
-        if (!readPlain(text, facet))
+        Plainness plainness = readPlain(text, facet);
+        if (plainness == Plainness::unknown) {
+            text = m_blocks.ahead(StlBlockReader::blockSize);
+            plainness = readPlain(text, facet);
+        }
+        if (plainness != Plainness::plain)
             readAny(facet);
     }
 
 private:
     static constexpr std::size_t ordinaryFacetSize = 1024;
+
+    enum class Plainness { plain, odd, unknown }; // unknown: the text at hand ends within the facet
 
     void skipLabelLine()
     {
@@ -232,7 +238,7 @@ private:
                stlRoundToFloat(numbers[2], point.z);
     }
 
-    bool readPlain(std::string_view text, StlFacet &facet)
+    Plainness readPlain(std::string_view text, StlFacet &facet)
     {
         StlPlainScanner scanner(text);
         StlFacet read = facet;
@@ -242,10 +248,10 @@ private:
                              readPoint(scanner, read.vertex[1]) && scanner.skipWord() &&
                              readPoint(scanner, read.vertex[2]) && scanner.skipWord() && scanner.skipWord();
         if (!isPlain)
-            return false;
+            return scanner.ranOut() ? Plainness::unknown : Plainness::odd;
         facet = read;
         m_blocks.take(static_cast<std::size_t>(scanner.position() - text.data()));
-        return true;
+        return Plainness::plain;
     }
 
     static bool readPoint(StlPlainScanner &scanner, StlVertex &point)

@@ -19,7 +19,7 @@ public:
 
     // Room for `size` bytes (up to largestRoom) to be filled in by the caller, and the way to keep the first
     // of them.
-    static constexpr std::size_t largestRoom = std::size_t{128} * 1024;
+    static constexpr std::size_t largestRoom = std::size_t{512} * 1024;
     char *room(std::size_t size)
     {
         if (blockSize - m_used < size)
