@@ -1,0 +1,496 @@
+// The common facet, the block borders and the ways back from them, through the road and its plain twin:
+// nothing may differ.
+//
+// MESHVANE_TWIN_ROUNDS=n repeats the random parts n times with other seeds, and tries all 256 values of every
+// byte of a facet if n is more than one.
+#include "tests/stl/TwinComparison.h"
+#include "tests/support/MeshFiles.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <limits>
+
+namespace {
+
+constexpr std::size_t blockSize = std::size_t{256} * 1024;
+constexpr std::size_t facetSize = 284;
+
+int rounds()
+{
+    const char *text = std::getenv("MESHVANE_TWIN_ROUNDS");
+    return text == nullptr ? 1 : std::max(std::atoi(text), 1);
+}
+
+template <typename T, std::size_t n>
+const T &oneOf(OddMeshText &odd, const T (&values)[n])
+{
+    return values[odd.below(static_cast<int>(n))];
+}
+
+const char *const oddNumbers[] = {
+    " 1.00000000E+100",
+    "-1.00000000E-100",
+    " 9.99999999E+99",
+    " 1.00000000E+99",
+    "-1.00000000E-99",
+    " 1.00000000E-15",
+    " 1.00000000E+31",
+    "-0.00000000E+00",
+    " INF",
+    "            NAN",
+    "-NAN",
+    "+1.00000000E+00",
+    " 1.0000000E+000",
+    " 1.000000000E+00",
+    " 1.00000000e+00",
+    " 1.00000000E 00",
+    " 1,00000000E+00",
+    "01.00000000E+00",
+    " 1.00000000E+0",
+    "",
+    "1",
+    "-2.5",
+    "0x1.8p1",
+    "1e",
+    "1.5abc",
+    " 1.00000000E+0A",
+    "\t1.0000000E+00",
+    " .123456789E+00",
+    " 10.0000000E+00",
+    " 3.40282347E+38",
+    " 3.40282357E+38",
+    " 1.17549435E-38",
+    " 1.00000000E-45",
+    "-1.40129846E-45",
+    " 1.00000006E+00",
+};
+
+std::string commonNumber(OddMeshText &odd)
+{
+    const int exponent = odd.oneIn(6) ? odd.below(76) - 38 : odd.below(8) - 4;
+    char text[40];
+    std::snprintf(text, sizeof text, "%c%d.%08dE%c%02d", odd.oneIn(2) ? '-' : ' ', odd.below(10),
+                  odd.below(100000000), exponent < 0 ? '-' : '+', std::abs(exponent));
+    return text;
+}
+
+std::string commonPoint(OddMeshText &odd)
+{
+    return commonNumber(odd) + " " + commonNumber(odd) + " " + commonNumber(odd);
+}
+
+std::string commonFacet(OddMeshText &odd)
+{
+    const std::string points[4] = {commonPoint(odd), commonPoint(odd), commonPoint(odd), commonPoint(odd)};
+    return asciiFacet({points[0], points[1], points[2], points[3]});
+}
+
+// Deliberately not the common facet's text with other line ends: words and lines are as free as the grammar
+// of the passes allows.
+std::string freeFacet(OddMeshText &odd)
+{
+    const char *const end = odd.oneIn(3) ? "\r\n" : "\n";
+    const std::string gap = odd.oneIn(3) ? "  " : " ";
+    std::string text = gap + "facet " + gap + "normal " + commonPoint(odd) + end + gap + "outer" + end;
+    for (int corner = 0; corner < 3; ++corner)
+        text += gap + "vertex " + (odd.oneIn(3) ? "1 2 3" : commonPoint(odd)) + end;
+    return text + "endloop" + gap + end + "endfacet now" + end;
+}
+
+std::string facetWithOddNumber(OddMeshText &odd)
+{
+    std::string facet = commonFacet(odd);
+    constexpr std::size_t pointStarts[] = {15, 91, 152, 213};
+    const std::size_t at = oneOf(odd, pointStarts) + 16 * static_cast<std::size_t>(odd.below(3));
+    return facet.replace(at, 15, oneOf(odd, oddNumbers));
+}
+
+const char strayBytes[] = {'\0', '\r', '\n', ' ', '\t', '-', '+',    '0',    '9',    '/',
+                           ':',  '.',  ',',  'E', 'e',  'v', '\x7F', '\x80', '\xB0', '\xFF'};
+
+void mutateByte(OddMeshText &odd, std::string &text, std::size_t at)
+{
+    const char byte =
+        odd.oneIn(2) ? oneOf(odd, strayBytes) : static_cast<char>(static_cast<unsigned char>(odd.below(256)));
+    const int deed = odd.below(4);
+    if (deed == 0)
+        text.insert(at, 1, byte);
+    else if (deed == 1)
+        text.erase(at, 1);
+    else
+        text[at] = byte;
+}
+
+std::string anyFacet(OddMeshText &odd)
+{
+    switch (odd.below(8)) {
+    case 0:
+        return freeFacet(odd);
+    case 1:
+        return facetWithOddNumber(odd);
+    default:
+        return commonFacet(odd);
+    }
+}
+
+PassInput ofText(std::string text)
+{
+    PassInput input;
+    input.text = std::move(text);
+    return input;
+}
+
+struct Counts {
+    int compared = 0;
+    int accepted = 0;
+
+    void print(const char *what) const
+    {
+        std::printf("%s: %d texts compared, %d accepted\n", what, compared, accepted);
+    }
+};
+
+void compare(const PassInput &input, const plain::Placement &placement, Counts &counts)
+{
+    const bool scanned = expectSameScan(input);
+    const bool rewritten = expectSameRewrite(input, placement);
+    EXPECT_EQ(scanned, rewritten) << "both passes accept the same texts";
+    ++counts.compared;
+    counts.accepted += scanned ? 1 : 0;
+}
+
+bool failed() { return ::testing::Test::HasFailure(); }
+
+plain::Placement turned()
+{
+    plain::Placement placement;
+    placement.rotX.m[0][0] = 1.0;
+    placement.rotX.m[1][1] = 0.6;
+    placement.rotX.m[1][2] = -0.8;
+    placement.rotX.m[2][1] = 0.8;
+    placement.rotX.m[2][2] = 0.6;
+    return placement;
+}
+
+plain::Placement scaled()
+{
+    plain::Placement placement;
+    placement.scale = {2.54, -0.3, 1e-3};
+    placement.offsetBefore = {1.0, -2.0, 0.5};
+    return placement;
+}
+
+// Every place of a facet, between two others, with a byte changed, put in or taken out.
+class EveryByteOfAFacet {
+public:
+    void run()
+    {
+        for (std::size_t at = 0; at < facetSize && !failed(); ++at) {
+            SCOPED_TRACE("byte " + std::to_string(at));
+            m_at = at;
+            compareWith(m_text.size(), '\0');
+            if (rounds() > 1)
+                tryAllBytes();
+            else
+                tryStrayBytes();
+        }
+    }
+
+    const Counts &counts() const { return m_counts; }
+
+private:
+    void tryStrayBytes()
+    {
+        for (const char byte : strayBytes)
+            tryByte(byte);
+    }
+
+    void tryAllBytes()
+    {
+        for (int byte = 0; byte < 256; ++byte)
+            tryByte(static_cast<char>(static_cast<unsigned char>(byte)));
+    }
+
+    void tryByte(char byte)
+    {
+        compareWith(1, byte);
+        if (m_counts.compared % 3 == 0)
+            compareWith(0, byte);
+    }
+
+    // Puts the byte in place of `replaced` others; the text's size stands for taking one out.
+    void compareWith(std::size_t replaced, char byte)
+    {
+        std::string text = m_text;
+        const std::size_t at = m_start + m_at;
+        if (replaced == m_text.size())
+            text.erase(at, 1);
+        else
+            text.replace(at, replaced, 1, byte);
+        compare(ofText(text), m_counts.compared % 2 == 0 ? m_turned : m_scaled, m_counts);
+    }
+
+    const plain::Placement m_turned = turned();
+    const plain::Placement m_scaled = scaled();
+    OddMeshText m_odd{1};
+    const std::string m_label = "solid  (null)\n";
+    const std::string m_text =
+        m_label + commonFacet(m_odd) + commonFacet(m_odd) + commonFacet(m_odd) + "endsolid  \n";
+    const std::size_t m_start = m_label.size() + facetSize;
+    std::size_t m_at = 0;
+    Counts m_counts;
+};
+
+TEST(FastRoadAgainstPlainTwin, ACommonFacetWithOneByteChangedPassesAlike)
+{
+    EveryByteOfAFacet places;
+    places.run();
+    places.counts().print("one byte changed");
+    EXPECT_GT(places.counts().compared, 6000);
+    EXPECT_GT(places.counts().accepted, places.counts().compared / 20);
+    EXPECT_LT(places.counts().accepted, places.counts().compared);
+}
+
+// Runs one case after the other with a seed of its own; false ends it.
+template <typename Case>
+void forSeeds(std::uint64_t firstSeed, int cases, Case &&runCase)
+{
+    const int all = cases * rounds();
+    for (int i = 0; i < all && !failed(); ++i) {
+        const std::uint64_t seed = firstSeed + static_cast<std::uint64_t>(i);
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        OddMeshText odd(seed);
+        runCase(odd);
+    }
+}
+
+std::string mixedText(OddMeshText &odd)
+{
+    std::string text = odd.oneIn(3) ? "\r\n" : "solid  (null)\n";
+    for (int i = odd.below(12); i > 0; --i)
+        text += anyFacet(odd);
+    if (!odd.oneIn(4))
+        text += "endsolid  \n";
+    if (odd.oneIn(4))
+        text += commonFacet(odd); // is not read any more, or follows a facet
+    if (odd.oneIn(3))
+        mutateByte(odd, text, static_cast<std::size_t>(odd.below(static_cast<int>(text.size()))));
+    if (odd.oneIn(8))
+        text.resize(static_cast<std::size_t>(odd.below(static_cast<int>(text.size()) + 1)));
+    return text;
+}
+
+TEST(FastRoadAgainstPlainTwin, CommonFacetsAmongOddOnesPassAlike)
+{
+    Counts counts;
+    forSeeds(5'000'000, 8000, [&counts](OddMeshText &odd) {
+        PassInput input = ofText(mixedText(odd));
+        input.isPipe = odd.oneIn(4);
+        if (odd.oneIn(8))
+            input.start = odd.below(static_cast<int>(input.text.size()) + 1);
+        compare(input, placementOf(odd), counts);
+    });
+    counts.print("common and odd facets");
+    EXPECT_GT(counts.accepted, counts.compared / 5);
+    EXPECT_LT(counts.accepted, counts.compared - counts.compared / 5);
+}
+
+// Numbers that leave the common form only when they are transformed: three-digit exponents, infinities, none.
+TEST(FastRoadAgainstPlainTwin, CommonFacetsThatDoNotStayCommonPassAlike)
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    constexpr double steps[] = {
+        1e95,   1e-95, 1e70, 1e-70, 1e300,    1e-320,    1e99,
+        -1e100, 1e-99, 0.0,  -0.0,  infinity, -infinity, std::numeric_limits<double>::quiet_NaN()};
+    Counts counts;
+    forSeeds(6'000'000, 3000, [&](OddMeshText &odd) {
+        plain::Placement placement = placementOf(odd);
+        placement.scale = {oneOf(odd, steps), odd.oneIn(2) ? 1.0 : oneOf(odd, steps), 1.0};
+        if (odd.oneIn(2))
+            placement.offsetAfter.z = oneOf(odd, steps);
+        if (odd.oneIn(3))
+            placement.offsetBefore.y = oneOf(odd, steps);
+        std::string text = "solid\n";
+        for (int i = odd.below(5); i >= 0; --i)
+            text += odd.oneIn(6) ? anyFacet(odd) : commonFacet(odd);
+        compare(ofText(text + "endsolid\n"), placement, counts);
+    });
+    counts.print("numbers that do not stay common");
+    EXPECT_GT(counts.accepted, counts.compared / 2);
+}
+
+// A text of common facets up to some facet around the border, which is where `odd` puts something else.
+std::string textToBorder(OddMeshText &odd, std::size_t border)
+{
+    std::string text(static_cast<std::size_t>(odd.below(300)), 's');
+    text += "\n";
+    const std::string facets[] = {commonFacet(odd), commonFacet(odd), commonFacet(odd)};
+    const std::size_t end = border - 300 + static_cast<std::size_t>(odd.below(600));
+    for (std::size_t i = 0; text.size() + facetSize <= end; ++i)
+        text += i % 100 == 99 && odd.oneIn(4) ? anyFacet(odd) : facets[i % std::size(facets)];
+    return text;
+}
+
+// What stands at a border: an odd facet, a long line, the end, or a changed byte.
+std::string textAroundBorder(OddMeshText &odd, std::size_t border)
+{
+    std::string text = textToBorder(odd, border);
+    switch (odd.below(5)) {
+    case 0:
+        text += facetWithOddNumber(odd);
+        break;
+    case 1:
+        text += freeFacet(odd);
+        break;
+    case 2:
+        text += "facet normal 1 2 3" + std::string(static_cast<std::size_t>(odd.below(1100)), ' ') + "\n";
+        break;
+    case 3:
+        return text + (odd.oneIn(2) ? "endsolid\nfacet" : "");
+    default:
+        break;
+    }
+    for (int i = 0; i < 4; ++i)
+        text += anyFacet(odd);
+    text += "endsolid  \n";
+    if (odd.oneIn(2))
+        mutateByte(odd, text,
+                   std::min(border - 300 + static_cast<std::size_t>(odd.below(600)), text.size() - 1));
+    return text;
+}
+
+TEST(FastRoadAgainstPlainTwin, TextsAroundBlockBordersPassAlike)
+{
+    Counts counts;
+    forSeeds(7'000'000, 200, [&counts](OddMeshText &odd) {
+        const std::size_t blocks = odd.oneIn(10) ? 2 : 1;
+        compare(ofText(textAroundBorder(odd, blocks * blockSize)), placementOf(odd), counts);
+    });
+    counts.print("block borders");
+    EXPECT_GT(counts.accepted, counts.compared / 10);
+    EXPECT_LT(counts.accepted, counts.compared);
+}
+
+// The reader of ASCII files counts facets by lines, wherever these are; so they may all follow the facets.
+std::string linesFor(std::size_t facets)
+{
+    std::string text;
+    for (std::size_t i = 0; i < facets; ++i)
+        text += "line\nline\nline\nline\nline\nline\nline\n";
+    return text;
+}
+
+std::string replaced(std::string text, const std::string &old, const std::string &replacement)
+{
+    for (std::size_t at = text.find(old); at != std::string::npos;
+         at = text.find(old, at + replacement.size()))
+        text.replace(at, old.size(), replacement);
+    return text;
+}
+
+// A facet for the reader of ASCII files, to which blanks are all alike.
+std::string asciiInputFacet(OddMeshText &odd)
+{
+    const std::string facet = odd.oneIn(8) ? facetWithOddNumber(odd) : commonFacet(odd);
+    switch (odd.below(12)) {
+    case 0:
+        return replaced(facet, "\n", "\r\n");
+    case 1:
+        return replaced(facet, "\n", " ");
+    case 2:
+        return replaced(facet, " ", "\t");
+    case 3:
+        return replaced(facet, "  ", " ");
+    case 4:
+        return replaced(facet, "endfacet", "endfacet\nendsolid a\nsolid b");
+    case 5:
+        return replaced(facet, "endfacet\n", "endfacet");
+    case 6:
+        return replaced(facet, "normal", std::string(static_cast<std::size_t>(odd.below(1500)), 'n'));
+    case 7:
+        return replaced(facet, "\n", "\n\n  ");
+    default:
+        return facet;
+    }
+}
+
+std::string asciiInput(OddMeshText &odd)
+{
+    std::string text = odd.oneIn(5) ? "\n" : "solid\n";
+    const int facets = 1 + odd.below(10);
+    for (int i = 0; i < facets; ++i)
+        text += asciiInputFacet(odd);
+    if (odd.oneIn(2))
+        text += "endsolid\n";
+    if (odd.oneIn(3)) {
+        const std::size_t at = static_cast<std::size_t>(odd.below(static_cast<int>(text.size())));
+        // A byte above 127 near the start would make the file a binary one.
+        odd.oneIn(2) ? text.insert(at, 1, oneOf(odd, strayBytes) & 0x7F) : text.erase(at, 1);
+    }
+    return text + (odd.oneIn(2) ? linesFor(static_cast<std::size_t>(odd.below(4))) : "");
+}
+
+TEST(FastRoadAgainstPlainTwin, AsciiFilesWithCommonFacetsAreReadAlike)
+{
+    const TemporaryFolder folder;
+    TwinMeshes meshes;
+    forSeeds(8'000'000, 2500, [&meshes](OddMeshText &odd) { meshes.readAndCompare(asciiInput(odd)); });
+    std::printf("ASCII files: %d read, %d facets\n", meshes.filesRead(), meshes.facetsRead());
+    EXPECT_GT(meshes.filesRead(), 2400);
+    EXPECT_GT(meshes.facetsRead(), 10000);
+}
+
+TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneByteOfAFacetChangedAreReadAlike)
+{
+    const TemporaryFolder folder;
+    TwinMeshes meshes;
+    OddMeshText odd(2);
+    const std::string before = "solid\n" + commonFacet(odd);
+    const std::string facet = commonFacet(odd);
+    const std::string after = commonFacet(odd) + "endsolid\n";
+    constexpr char fewBytes[] = {'\0', '\r', '\n', ' ', '.', '7', 'E', '-', '+', 'x'};
+    for (std::size_t at = 0; at < facet.size() && !failed(); ++at) {
+        for (const char byte : fewBytes) {
+            SCOPED_TRACE("byte " + std::to_string(at));
+            std::string changed = facet;
+            changed[at] = byte;
+            meshes.readAndCompare(before + changed + after);
+        }
+    }
+    EXPECT_EQ(meshes.filesRead(), 2840);
+}
+
+std::string bigAsciiInput(OddMeshText &odd)
+{
+    std::string text(static_cast<std::size_t>(odd.below(300)), 's');
+    text += "\n";
+    const std::size_t border = blockSize * (odd.oneIn(8) ? 2U : 1U);
+    const std::string facets[] = {commonFacet(odd), commonFacet(odd)};
+    const std::size_t end = border - 300 + static_cast<std::size_t>(odd.below(600));
+    const bool oneLine = odd.oneIn(4);
+    for (std::size_t i = 0; text.size() + facetSize <= end; ++i)
+        text += oneLine ? replaced(facets[i % 2], "\n", " ") : facets[i % 2];
+    if (odd.oneIn(3))
+        text += "facet " + std::string(static_cast<std::size_t>(odd.below(3000)), 'n') + " 1 2 3\n";
+    else if (odd.oneIn(3)) // a word or number longer than a block
+        text += "facet normal " + std::string(odd.oneIn(2) ? blockSize + 10 : 10000, '0') + " 2 3\n";
+    for (int i = 0; i < 6; ++i)
+        text += asciiInputFacet(odd);
+    return text + (oneLine ? linesFor(900) : linesFor(2));
+}
+
+TEST(FastRoadAgainstPlainTwin, AsciiFilesAroundBlockBordersAreReadAlike)
+{
+    const TemporaryFolder folder;
+    TwinMeshes meshes;
+    forSeeds(9'000'000, 60, [&meshes](OddMeshText &odd) { meshes.readAndCompare(bigAsciiInput(odd)); });
+    std::printf("big ASCII files: %d read, %d facets\n", meshes.filesRead(), meshes.facetsRead());
+    EXPECT_GT(meshes.filesRead(), 55);
+    EXPECT_GT(meshes.facetsRead(), 50000);
+}
+
+} // namespace
