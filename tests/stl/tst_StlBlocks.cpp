@@ -1,0 +1,278 @@
+#include "stl/StlBlocks.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/TextFile.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t blockSize = StlBlockReader::blockSize;
+
+// Bytes that tell their place.
+std::string numberedBytes(std::size_t size)
+{
+    std::string bytes;
+    for (std::size_t i = 0; bytes.size() < size; ++i)
+        bytes += std::to_string(i) + (i % 9 == 0 ? '\n' : ' ');
+    bytes.resize(size);
+    return bytes;
+}
+
+TEST(StlBlocks, WhatIsAheadStaysAheadUntilItIsTaken)
+{
+    const Stream in = streamOf("abcdef");
+    StlBlockReader reader(in.get());
+    EXPECT_EQ(reader.ahead(2).substr(0, 2), "ab");
+    EXPECT_EQ(reader.ahead(2).substr(0, 2), "ab");
+    reader.take(3);
+    EXPECT_EQ(reader.ahead(3), "def");
+    reader.take(3);
+    EXPECT_EQ(reader.ahead(1), "");
+    EXPECT_FALSE(reader.failed());
+}
+
+TEST(StlBlocks, FewerBytesThanWantedAreAheadOnlyAtTheEnd)
+{
+    const Stream in = streamOf("abc");
+    StlBlockReader reader(in.get());
+    EXPECT_EQ(reader.ahead(4), "abc");
+    EXPECT_EQ(reader.ahead(blockSize), "abc");
+    reader.take(1);
+    EXPECT_EQ(reader.ahead(4), "bc");
+}
+
+TEST(StlBlocks, TheStreamIsReadFromWhereItStands)
+{
+    const Stream in = streamOf("abcdef");
+    ASSERT_EQ(std::getc(in.get()), 'a');
+    {
+        StlBlockReader reader(in.get());
+        EXPECT_EQ(reader.ahead(5), "bcdef");
+        reader.take(2);
+    }
+    EXPECT_EQ(std::ftell(in.get()), 3);
+    EXPECT_EQ(std::getc(in.get()), 'd');
+}
+
+// Sizes around one and two blocks, taken in steps that meet the borders in every way.
+TEST(StlBlocks, AllBytesComeInOrderOverBlockBorders)
+{
+    for (const std::size_t size : {std::size_t{0}, std::size_t{1}, blockSize - 1, blockSize, blockSize + 1,
+                                   blockSize + 4096, 2 * blockSize + 5000, 3 * blockSize}) {
+        for (const std::size_t step : {std::size_t{284}, std::size_t{999}, std::size_t{4096},
+                                       std::size_t{70001}, blockSize - 1, blockSize}) {
+            SCOPED_TRACE(std::to_string(size) + " bytes by " + std::to_string(step));
+            const std::string bytes = numberedBytes(size);
+            const Stream in = streamOf(bytes);
+            StlBlockReader reader(in.get());
+            std::string got;
+            for (std::string_view ahead = reader.ahead(step); !ahead.empty(); ahead = reader.ahead(step)) {
+                ASSERT_TRUE(ahead.size() >= step || got.size() + ahead.size() == size);
+                ahead = ahead.substr(0, step);
+                got += ahead;
+                reader.take(ahead.size());
+            }
+            EXPECT_TRUE(got == bytes);
+            EXPECT_FALSE(reader.failed());
+        }
+    }
+}
+
+TEST(StlBlocks, AWholeBlockCanBeHadWhateverIsLeftOfTheOneBefore)
+{
+    const std::string bytes = numberedBytes(3 * blockSize);
+    for (const std::size_t taken : {std::size_t{1}, std::size_t{4095}, std::size_t{4096}, std::size_t{4097},
+                                    blockSize / 2, blockSize - 1, blockSize}) {
+        SCOPED_TRACE(taken);
+        const Stream in = streamOf(bytes);
+        StlBlockReader reader(in.get());
+        ASSERT_GE(reader.ahead(1).size(), taken);
+        reader.take(taken);
+        const std::string_view ahead = reader.ahead(blockSize);
+        ASSERT_GE(ahead.size(), blockSize);
+        EXPECT_TRUE(ahead == std::string_view(bytes).substr(taken, ahead.size()));
+    }
+}
+
+TEST(StlBlocks, AtTheEndOfItsLifeTheStreamStandsBehindWhatWasTaken)
+{
+    const std::string bytes = numberedBytes(2 * blockSize + 10);
+    for (const std::size_t taken : {std::size_t{0}, std::size_t{1}, blockSize, blockSize + 1, bytes.size()}) {
+        SCOPED_TRACE(taken);
+        const Stream in = streamOf(bytes);
+        {
+            StlBlockReader reader(in.get());
+            std::size_t left = taken;
+            while (left > 0) {
+                const std::size_t count = std::min(left, reader.ahead(1).size());
+                reader.take(count);
+                left -= count;
+            }
+            reader.ahead(1);
+        }
+        EXPECT_EQ(std::ftell(in.get()), static_cast<long>(taken));
+        const int expected = taken < bytes.size() ? static_cast<unsigned char>(bytes[taken]) : EOF;
+        EXPECT_EQ(std::getc(in.get()), expected);
+    }
+}
+
+TEST(StlBlocks, OthersCanReadBetween)
+{
+    const std::string bytes = numberedBytes(blockSize + 20000);
+    const Stream in = streamOf(bytes);
+    StlBlockReader reader(in.get());
+    std::string got;
+    for (int i = 0; i < 40; ++i) {
+        got += reader.ahead(100).substr(0, 100);
+        reader.take(100);
+        reader.giveBack();
+        ASSERT_EQ(std::ftell(in.get()), static_cast<long>(got.size()));
+        for (int character = 0; character < 7; ++character)
+            got += static_cast<char>(std::getc(in.get()));
+        reader.continueFromStream();
+    }
+    for (std::string_view ahead = reader.ahead(1); !ahead.empty(); ahead = reader.ahead(1)) {
+        got += ahead;
+        reader.take(ahead.size());
+    }
+    EXPECT_TRUE(got == bytes);
+}
+
+TEST(StlBlocks, AfterTheEndTheReaderGoesOnWhereTheStreamIsSetTo)
+{
+    const Stream in = streamOf("abcdef");
+    StlBlockReader reader(in.get());
+    EXPECT_EQ(reader.ahead(100), "abcdef");
+    reader.take(6);
+    EXPECT_EQ(reader.ahead(1), "");
+    reader.giveBack();
+    ASSERT_EQ(std::fseek(in.get(), 4, SEEK_SET), 0);
+    EXPECT_EQ(reader.ahead(1), "") << "the end is not asked about again";
+    reader.continueFromStream();
+    EXPECT_EQ(reader.ahead(1), "ef");
+}
+
+TEST(StlBlocks, ANullStreamIsEmpty)
+{
+    StlBlockReader reader(nullptr);
+    EXPECT_EQ(reader.ahead(1), "");
+    EXPECT_EQ(reader.ahead(blockSize), "");
+    reader.giveBack();
+    reader.continueFromStream();
+    EXPECT_EQ(reader.ahead(1), "");
+    EXPECT_FALSE(reader.failed());
+}
+
+struct Pipe {
+    Pipe()
+    {
+        int ends[2] = {-1, -1};
+        if (pipe(ends) == 0) {
+            out = ends[1];
+            in.reset(fdopen(ends[0], "r"));
+        }
+    }
+    ~Pipe() { closeOut(); }
+    Pipe(const Pipe &) = delete;
+    Pipe &operator=(const Pipe &) = delete;
+
+    bool write(std::string_view bytes) const
+    {
+        return ::write(out, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
+    }
+    void closeOut()
+    {
+        if (out >= 0)
+            close(out);
+        out = -1;
+    }
+
+    Stream in;
+    int out = -1;
+};
+
+// The pipe is still open and would be waited for if more than the line were asked of it.
+TEST(StlBlocks, OfAPipeALineIsReadWithoutWaitingForTheNext)
+{
+    Pipe pipe;
+    ASSERT_TRUE(pipe.write("one\n"));
+    StlBlockReader reader(pipe.in.get());
+    EXPECT_EQ(reader.ahead(284), "one\n");
+    EXPECT_EQ(reader.ahead(999), "one\n");
+    reader.take(4);
+    ASSERT_TRUE(pipe.write("two\nthree"));
+    pipe.closeOut();
+    EXPECT_EQ(reader.ahead(1), "two\n");
+    reader.take(4);
+    EXPECT_EQ(reader.ahead(1), "three");
+    reader.take(5);
+    EXPECT_EQ(reader.ahead(1), "");
+    EXPECT_FALSE(reader.failed());
+}
+
+TEST(StlBlocks, OfAPipeNothingBehindTheLineIsTaken)
+{
+    Pipe pipe;
+    ASSERT_TRUE(pipe.write("one\ntwo\nthree\n"));
+    {
+        StlBlockReader reader(pipe.in.get());
+        reader.take(reader.ahead(284).size());
+        reader.take(reader.ahead(284).size());
+    }
+    char rest[20] = {};
+    ASSERT_NE(std::fgets(rest, sizeof rest, pipe.in.get()), nullptr);
+    EXPECT_STREQ(rest, "three\n");
+}
+
+TEST(StlBlocks, ALongLineOfAPipeComesInPiecesOf999Characters)
+{
+    Pipe pipe;
+    const std::string line = numberedBytes(2500);
+    std::string noLineFeed = line;
+    std::replace(noLineFeed.begin(), noLineFeed.end(), '\n', ' ');
+    ASSERT_TRUE(pipe.write(noLineFeed + "\nend"));
+    pipe.closeOut();
+    StlBlockReader reader(pipe.in.get());
+    for (const std::string &piece : {noLineFeed.substr(0, 999), noLineFeed.substr(999, 999),
+                                     noLineFeed.substr(1998) + "\n", std::string("end")}) {
+        EXPECT_EQ(reader.ahead(blockSize), piece);
+        reader.take(piece.size());
+    }
+    EXPECT_EQ(reader.ahead(1), "");
+}
+
+TEST(StlBlocks, ADirectoryFails)
+{
+    const TemporaryFolder folder;
+    const Stream in = openStream(".", "r");
+    StlBlockReader reader(in.get());
+    EXPECT_FALSE(reader.failed());
+    EXPECT_EQ(reader.ahead(1), "");
+    EXPECT_TRUE(reader.failed());
+}
+
+TEST(StlBlocks, AStreamForWritingFails)
+{
+    const TemporaryFolder folder;
+    const Stream in = openStream("out", "w");
+    StlBlockReader reader(in.get());
+    EXPECT_EQ(reader.ahead(1), "");
+    EXPECT_TRUE(reader.failed());
+    EXPECT_NE(std::ferror(in.get()), 0);
+}
+
+TEST(StlBlocks, APipeThatCannotBeReadFails)
+{
+    int ends[2] = {-1, -1};
+    ASSERT_EQ(pipe(ends), 0);
+    close(ends[0]);
+    const Stream in(fdopen(ends[1], "w"));
+    StlBlockReader reader(in.get());
+    EXPECT_EQ(reader.ahead(1), "");
+    EXPECT_TRUE(reader.failed());
+}
+
+} // namespace
