@@ -1,7 +1,7 @@
 // Every float there is through the number kernels, against the C library: written as both conversions write
 // it, and the text read back. Takes about half an hour of one core.
 //
-//   tst_AllFloats [first [end]]     bit patterns, 0 to 4294967296 if not given
+//   tst_AllFloats [first [end [step]]]     bit patterns, every one from 0 to 4294967296 if not given
 
 #include "stl/StlFixedNumber.h"
 #include "stl/StlNumberText.h"
@@ -102,8 +102,9 @@ int main(int argc, char **argv)
     constexpr std::uint64_t all = std::uint64_t{1} << 32U;
     const std::uint64_t first = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 0;
     const std::uint64_t end = argc > 2 ? std::strtoull(argv[2], nullptr, 10) : all;
+    const std::uint64_t step = argc > 3 ? std::strtoull(argv[3], nullptr, 10) : 1;
     Comparison comparison;
-    for (std::uint64_t bits = first; bits < end && bits < all; ++bits)
+    for (std::uint64_t bits = first; bits < end && bits < all && step > 0; bits += step)
         comparison.run(static_cast<std::uint32_t>(bits));
     return comparison.report() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
