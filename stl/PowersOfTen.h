@@ -16,7 +16,7 @@ constexpr int smallestPowerOfTen = -110;
 constexpr int largestPowerOfTen = 110;
 constexpr int largestExactPowerOfTen = 27;
 
-// floor(log2(10^n)), for the table's range and some more: 108853 / 2^15 is log2(10) from above by 3e-7.
+// floor(log2(10^n)), for the table's range and some more: 108853 / 2^15 is log2(10) from above by 2e-6.
 constexpr int binaryExponentOfPowerOfTen(int n) { return (n * 217706) >> 16; }
 
 // floor(log10(2^e)), for |e| up to 500.

@@ -25,8 +25,7 @@ struct BinaryParts {
 };
 
 constexpr int exponentBias = 1023;
-constexpr int largestBinaryExponent =
-    328; // 2^328 and 2^-328 are within 1e-99 and 1e99, and so is all between
+constexpr int largestBinaryExponent = 328; // from 2^-328 to below 2^329 decimal exponents have two digits
 
 inline std::uint64_t bitsOf(double value)
 {
@@ -139,7 +138,7 @@ inline Product128 multiply(std::uint64_t a, std::uint64_t b)
 //
 // With E the decimal exponent and k = 8 - E, the number times 10^k lies in [1e8, 1e9); its integer part is
 // the digits and its fraction decides the rounding. The product of the two 64-bit mantissas is that times
-// 2^(64 + s), with s from 33 to 36, so the fraction has 64 + s bits, of which we look at the upper 64.
+// 2^(64 + s), with s from 33 to 37, so the fraction has 64 + s bits, of which we look at the upper 64.
 //
 // For 0 <= k <= 27 the mantissa of 10^k is exact, and so is the product: every case is certain, ties
 // included.
