@@ -1,5 +1,7 @@
 #include "app/MeshvaneMainWindow.h"
 
+#include "app/AccessibleNames.h"
+#include "app/BusyCursor.h"
 #include "app/FormInterlocks.h"
 #include "app/FormReader.h"
 #include "app/FormTable.h"
@@ -48,6 +50,7 @@ MeshvaneMainWindow::MeshvaneMainWindow(QWidget *parent)
     wireForm();
     showStart();
     configureFields();
+    nameForScreenReaders(*ui, *form);
     resize(minimumSizeHint());
 }
 
@@ -132,10 +135,12 @@ void MeshvaneMainWindow::slotCalc()
     synchronisePath(inputPath, ui->edtFileIn->text());
     synchronisePath(outputPath, ui->edtFileOut->text());
     const FormReading reading = readForm(*form);
-    if (reading.complaint.isEmpty())
-        runPipeline->run(reading.parameters, inputPath, outputPath);
-    else
+    if (!reading.complaint.isEmpty()) {
         showError(reading.complaint);
+        return;
+    }
+    const BusyCursor busy;
+    runPipeline->run(reading.parameters, inputPath, outputPath);
 }
 
 void MeshvaneMainWindow::slotChbRotateX(bool checked) { interlocks->rotateToggled(axisX, checked); }

@@ -1,5 +1,7 @@
 #include "app/WindowRunReporter.h"
 
+#include "app/BusyCursor.h"
+
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QStatusBar>
@@ -15,10 +17,15 @@ WindowRunReporter::WindowRunReporter(QMainWindow &window, std::function<void(con
       m_showError(std::move(showError))
 {}
 
-void WindowRunReporter::error(const QString &text) { m_showError(text); }
+void WindowRunReporter::error(const QString &text)
+{
+    const BusyCursorPause pause;
+    m_showError(text);
+}
 
 void WindowRunReporter::logNotEmptied(const QString &details)
 {
+    const BusyCursorPause pause;
     QMessageBox::critical(&m_window, "Disc Write fail", details);
 }
 

@@ -1,0 +1,229 @@
+// The whole program without a mouse: every key goes to the widget that has the keyboard.
+#include "tests/app/SmallMesh.h"
+#include "tests/app/WindowUnderTest.h"
+#include "tests/support/qt/QtTestMain.h"
+#include "tests/support/qt/WorkingFolder.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QMessageBox>
+#include <QSet>
+#include <QTextEdit>
+#include <QTimer>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+// What a person can reach with the tabulator, from first to last; fields that are off are passed over.
+const QStringList &tabStops()
+{
+    static const QStringList stops{"edtFileIn",  "btnBrowseIn", "edtFileOut", "btnBrowseOut", "edtXScale",
+                                   "edtXOffsB",  "edtXOffsA",   "edtYScale",  "edtYOffsB",    "edtYOffsA",
+                                   "edtZScale",  "edtZOffsB",   "edtZOffsA",  "chbRotateX",   "chbRotateY",
+                                   "chbRotateZ", "chbXSetL",    "chbYSetL",   "chbZSetL",     "chbXSet0",
+                                   "chbYSet0",   "chbZSet0",    "chbXsameY",  "chbXsameZ",    "chbYsameX",
+                                   "chbYsameZ",  "chbZsameX",   "chbZsameY",  "btnViewLog"};
+    return stops;
+}
+
+void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+}
+
+void type(const QString &text)
+{
+    press(Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), text);
+}
+
+// Goes on with the tabulator until the widget has the keyboard.
+void goTo(const QWidget *widget)
+{
+    for (int steps = 0; steps < 60 && QApplication::focusWidget() != widget; ++steps)
+        press(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), widget);
+}
+
+} // namespace
+
+class tst_KeyboardOnly : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void tabulatorVisitsEveryStopInOrder();
+    void backwardsAsWell();
+    void tickedFieldsBecomeStops();
+    void fromEmptyFormToClosedWindow();
+    void menuRunsTheProgram();
+
+private:
+    void goTo(const QString &name) { ::goTo(m->find<QWidget>(name)); }
+    void typeInto(const QString &field, const QString &text)
+    {
+        goTo(field);
+        type(text);
+    }
+    void tick(const QString &box)
+    {
+        goTo(box);
+        press(Qt::Key_Space);
+        QVERIFY2(m->isTicked(box), qPrintable(box));
+    }
+    void pressButton(QPushButton *button)
+    {
+        ::goTo(button);
+        press(Qt::Key_Space);
+    }
+    // A window manager does so when a window comes or goes; there is none here.
+    void giveTheKeyboardTo(QWidget *window)
+    {
+        window->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), window);
+    }
+    // Presses the button and reads the box that comes up; the box goes with the return key.
+    QString textOfBoxAfter(QPushButton *button);
+
+    std::unique_ptr<WorkingFolder> m_folder;
+    std::unique_ptr<WindowUnderTest> m;
+};
+
+void tst_KeyboardOnly::init()
+{
+    m_folder = std::make_unique<WorkingFolder>();
+    m_folder->write("in.stl", triangleInput());
+    m = std::make_unique<WindowUnderTest>();
+    m->window.show();
+    giveTheKeyboardTo(&m->window);
+    goTo("edtFileIn");
+}
+
+void tst_KeyboardOnly::cleanup()
+{
+    m.reset();
+    m_folder.reset();
+}
+
+QString tst_KeyboardOnly::textOfBoxAfter(QPushButton *button)
+{
+    QString text;
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, this, [&watch, &text] {
+        const auto box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        watch.stop();
+        text = box->text();
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    watch.start(1);
+    pressButton(button);
+    giveTheKeyboardTo(&m->window);
+    return text;
+}
+
+void tst_KeyboardOnly::tabulatorVisitsEveryStopInOrder()
+{
+    QStringList visited;
+    for (int count = tabStops().size(); count > 0; --count) {
+        visited << QApplication::focusWidget()->objectName();
+        press(Qt::Key_Tab);
+    }
+    QCOMPARE(visited, tabStops());
+    const QSet<QWidget *> left{m->standardButton(QDialogButtonBox::Apply),
+                               m->standardButton(QDialogButtonBox::Reset),
+                               m->standardButton(QDialogButtonBox::Close)};
+    QSet<QWidget *> buttons;
+    for (int count = 3; count > 0; --count) {
+        buttons << QApplication::focusWidget();
+        press(Qt::Key_Tab);
+    }
+    QCOMPARE(buttons, left);
+    QCOMPARE(QApplication::focusWidget()->objectName(), tabStops().constFirst());
+}
+
+void tst_KeyboardOnly::backwardsAsWell()
+{
+    goTo("btnViewLog");
+    QStringList visited;
+    for (int count = tabStops().size(); count > 0; --count) {
+        visited.prepend(QApplication::focusWidget()->objectName());
+        press(Qt::Key_Backtab, Qt::ShiftModifier);
+    }
+    QCOMPARE(visited, tabStops());
+}
+
+void tst_KeyboardOnly::tickedFieldsBecomeStops()
+{
+    const struct {
+        const char *box;
+        const char *field;
+    } rows[] = {{"chbRotateX", "edtRotateX"}, {"chbRotateY", "edtRotateY"}, {"chbRotateZ", "edtRotateZ"},
+                {"chbXSetL", "edtXSetL"},     {"chbYSetL", "edtYSetL"},     {"chbZSetL", "edtZSetL"}};
+    for (const auto &row : rows) {
+        tick(row.box);
+        press(Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget()->objectName(), QString(row.field));
+    }
+}
+
+void tst_KeyboardOnly::fromEmptyFormToClosedWindow()
+{
+    QPushButton *run = m->standardButton(QDialogButtonBox::Apply);
+    QCOMPARE(textOfBoxAfter(m->button("btnViewLog")), QString("No log created yet."));
+    QVERIFY(textOfBoxAfter(run).startsWith("<b>Stl Input File</b>"));
+
+    typeInto("edtFileIn", "in.stl");
+    typeInto("edtFileOut", "out.stl");
+    typeInto("edtXScale", "2");
+    typeInto("edtXOffsA", "0.5");
+    tick("chbZSetL");
+    press(Qt::Key_Tab);
+    type("4");
+    tick("chbYSet0");
+    pressButton(run);
+    QCOMPARE(m_folder->read("out.stl"),
+             triangleOutput("      vertex  2.50000000E+00  0.00000000E+00  7.50000000E-01\n"
+                            "      vertex  1.05000000E+01  0.00000000E+00  7.50000000E-01\n"
+                            "      vertex  2.50000000E+00  8.00000000E+00  4.75000000E+00\n"));
+    QCOMPARE(m->statusText(), statusAfterRun("out.stl"));
+
+    pressButton(m->button("btnViewLog"));
+    QCOMPARE(m->viewers().size(), 1);
+    QDialog *viewer = m->viewers().constFirst();
+    giveTheKeyboardTo(viewer);
+    QVERIFY(viewer->findChild<QTextEdit *>("txtLog")->toPlainText().contains("zsetL = 4.000000"));
+    // The tabulator belongs to the text while it is being edited; the escape key closes the viewer.
+    press(Qt::Key_Escape);
+    QVERIFY(!viewer->isVisible());
+
+    giveTheKeyboardTo(&m->window);
+    pressButton(m->standardButton(QDialogButtonBox::Reset));
+    QCOMPARE(m->text("edtXScale"), QString("1"));
+    pressButton(m->standardButton(QDialogButtonBox::Close));
+    QVERIFY(!m->window.isVisible());
+}
+
+void tst_KeyboardOnly::menuRunsTheProgram()
+{
+    typeInto("edtFileIn", "in.stl");
+    typeInto("edtFileOut", "out.stl");
+    QTest::keyPress(&m->window, Qt::Key_Alt);
+    QTest::keyRelease(&m->window, Qt::Key_Alt);
+    QCOMPARE(QApplication::focusWidget()->objectName(), QString("menuBar"));
+    press(Qt::Key_Down);
+    const auto menu = m->find<QMenu>("menuFile");
+    QCOMPARE(QApplication::activePopupWidget(), menu);
+    QCOMPARE(menu->activeAction(), m->action("fileOpenAction"));
+    QTest::keyClick(menu, Qt::Key_Down);
+    QTest::keyClick(menu, Qt::Key_Return);
+    QVERIFY(m_folder->has("out.stl"));
+}
+
+MESHVANE_QTEST_MAIN(tst_KeyboardOnly)
+#include "tst_KeyboardOnly.moc"
