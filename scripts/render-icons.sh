@@ -1,17 +1,25 @@
 #!/usr/bin/env bash
-# Renders the drawings in resources/svg to the icons in resources/pixmaps, at each drawing's own size.
+# Renders the drawings in resources/svg: each at its own size to resources/pixmaps, and the program's icon at the sizes
+# that desktops ask for to resources/hicolor.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=scripts/lib/packages.sh
+source "$root/scripts/lib/packages.sh"
+install_missing_packages librsvg2-bin
 
-if ! command -v rsvg-convert >/dev/null; then
-    echo "render-icons: rsvg-convert is missing; install the package librsvg2-bin" >&2
-    exit 1
-fi
-
-mkdir -p "$root/resources/pixmaps"
-for drawing in "$root"/resources/svg/*.svg; do
-    icon=$root/resources/pixmaps/$(basename "$drawing" .svg).png
-    rsvg-convert --output "$icon" "$drawing"
+render() {
+    local icon=$1
+    shift
+    mkdir -p "$(dirname "$icon")"
+    rsvg-convert --output "$icon" "$@"
     echo "rendered ${icon#"$root"/}"
+}
+
+for drawing in "$root"/resources/svg/*.svg; do
+    render "$root/resources/pixmaps/$(basename "$drawing" .svg).png" "$drawing"
+done
+for size in 16 22 24 32 48 64 128 256; do
+    render "$root/resources/hicolor/${size}x$size/apps/meshvane.png" \
+        --width "$size" --height "$size" "$root/resources/svg/transform-scale.svg"
 done

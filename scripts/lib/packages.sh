@@ -4,9 +4,11 @@
 PACKAGES_TO_BUILD=(g++ cmake ninja-build qtbase5-dev)
 # A screen in memory with a window manager, hands for keys and mouse, and a font to read.
 PACKAGES_FOR_A_VIRTUAL_DISPLAY=(xvfb openbox xdotool x11-utils imagemagick fonts-dejavu-core)
-PACKAGES_TO_TEST=("${PACKAGES_TO_BUILD[@]}" "${PACKAGES_FOR_A_VIRTUAL_DISPLAY[@]}" libgtest-dev libgmock-dev locales)
+PACKAGES_TO_TEST=("${PACKAGES_TO_BUILD[@]}" "${PACKAGES_FOR_A_VIRTUAL_DISPLAY[@]}" libgtest-dev libgmock-dev locales
+    desktop-file-utils appstream man-db)
 PACKAGES_TO_BENCHMARK=("${PACKAGES_TO_BUILD[@]}" "${PACKAGES_FOR_A_VIRTUAL_DISPLAY[@]}" libbenchmark-dev)
 PACKAGES_TO_FORMAT=(clang-format)
+PACKAGES_TO_PACKAGE=("${PACKAGES_TO_BUILD[@]}" dpkg-dev fakeroot lintian)
 
 package_is_installed() {
     local status

@@ -22,10 +22,10 @@ end_process() {
     wait_until 5 process_has_ended "$1" || kill -KILL "$1" 2>/dev/null || true
 }
 
-# start_virtual_display folder: the screen and its window manager keep their files in the folder.
+# start_virtual_display folder [size]: the screen and its window manager keep their files in the folder.
 # The programs started later find no trace of the desktop that this script may run on.
 start_virtual_display() {
-    local folder=$1
+    local folder=$1 size=${2-800x800}
     mkdir -p "$folder/home" "$folder/runtime"
     chmod 700 "$folder/runtime"
     unset WAYLAND_DISPLAY XAUTHORITY DESKTOP_SESSION XDG_CURRENT_DESKTOP XDG_SESSION_TYPE XDG_SESSION_DESKTOP \
@@ -35,7 +35,7 @@ start_virtual_display() {
     export QT_QPA_PLATFORM=xcb QT_XCB_GL_INTEGRATION=none QT_STYLE_OVERRIDE=Fusion
 
     rm -f "$folder/display-number"
-    Xvfb -displayfd 3 -screen 0 800x800x24 -dpi 96 -nolisten tcp -noreset -wr \
+    Xvfb -displayfd 3 -screen 0 "${size}x24" -dpi 96 -nolisten tcp -noreset -wr \
         3>"$folder/display-number" >"$folder/xvfb.log" 2>&1 </dev/null &
     VIRTUAL_DISPLAY_PROCESSES+=($!)
     wait_until 20 test -s "$folder/display-number" || {

@@ -1,0 +1,62 @@
+#!/usr/bin/env bash
+# Installs the built program into an empty folder and looks at what came there:
+#   tst_Install.sh cmake build-folder
+set -euo pipefail
+
+cmake=$1
+build=$2
+root=$(mktemp -d)
+trap 'rm -rf "$root"' EXIT
+
+fail() {
+    echo "FAILED: $*" >&2
+    exit 1
+}
+
+DESTDIR=$root "$cmake" --install "$build" --prefix /usr >"$root/install.log"
+
+diff - <(cd "$root/usr" && find . -type f | LC_ALL=C sort) <<'END' || fail "other files were installed"
+./bin/meshvane
+./share/applications/meshvane.desktop
+./share/doc/meshvane/changelog.gz
+./share/doc/meshvane/copyright
+./share/doc/meshvane/examples/README.md
+./share/doc/meshvane/examples/bracket.stl
+./share/doc/meshvane/examples/gear.stl
+./share/doc/meshvane/examples/nameplate.stl
+./share/doc/meshvane/guide.md
+./share/doc/meshvane/images/empty-form.png
+./share/doc/meshvane/images/error-icon.png
+./share/doc/meshvane/images/run-log.png
+./share/doc/meshvane/images/window.png
+./share/icons/hicolor/128x128/apps/meshvane.png
+./share/icons/hicolor/16x16/apps/meshvane.png
+./share/icons/hicolor/22x22/apps/meshvane.png
+./share/icons/hicolor/24x24/apps/meshvane.png
+./share/icons/hicolor/256x256/apps/meshvane.png
+./share/icons/hicolor/32x32/apps/meshvane.png
+./share/icons/hicolor/48x48/apps/meshvane.png
+./share/icons/hicolor/64x64/apps/meshvane.png
+./share/icons/hicolor/scalable/apps/meshvane.svg
+./share/man/man1/meshvane.1.gz
+./share/metainfo/org.example.meshvane.metainfo.xml
+END
+
+cd "$root/usr/share"
+[[ -x ../bin/meshvane ]] || fail "the program cannot be executed"
+
+said=$(desktop-file-validate applications/meshvane.desktop) || fail "the desktop entry is not valid: $said"
+[[ -z $said ]] || fail "the desktop entry is not clean: $said"
+
+appstreamcli validate --no-net --pedantic --explain metainfo/*.xml || fail "the AppStream metadata are not clean"
+
+said=$(LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 man --warnings --local-file man/man1/meshvane.1.gz 2>&1 >"$root/page")
+[[ -z $said ]] || fail "the man page has warnings: $said"
+grep -q 'EXIT STATUS' "$root/page" || fail "the man page was not rendered"
+
+for icon in icons/hicolor/*x*/apps/meshvane.png; do
+    size=$(cut -d/ -f3 <<<"$icon")
+    [[ $(identify -format '%wx%h' "$icon") == "$size" ]] || fail "$icon is not $size"
+done
+
+echo "passed"
