@@ -20,9 +20,12 @@ cp "$root/examples/bracket.stl" "$folder"
 cd "$folder"
 trap stop_virtual_display EXIT
 
+# show name sentence: the screenshots and the sentences have the same numbers.
+step=0
 show() {
-    take_screenshot "$screenshots/$1.png"
-    echo "  $2"
+    ((++step))
+    take_screenshot "$screenshots/$step-$1.png"
+    echo "  $step. $2"
 }
 
 stop_with_screenshot() {
@@ -39,11 +42,14 @@ echo "its corner at the origin, and turned by 90 degrees about X to stand up."
 echo
 start_virtual_display "$folder/display"
 start_meshvane "$folder/display" "$program"
-show 1-empty-form "The program is started and shows its empty form."
+show empty-form "The program is started and shows its empty form."
 
 fill_in edtFileIn bracket.stl
 fill_in edtFileOut metric.stl
-show 2-files-named "The names of the input and the output file are typed in."
+show files-named "The names of the input and the output file are typed in."
+
+fill_in edtYScale 25,4
+show mistake "A comma is typed in the Y scale instead of a point: an icon says so at once."
 
 fill_in edtYScale 25.4
 fill_in edtZScale 25.4
@@ -52,21 +58,26 @@ for box in chbXSet0 chbYSet0 chbZSet0; do
     click_on "$box"
 done
 tick_and_fill_in chbRotateX 90
-show 3-options-set "Scales, the length of 100, the origin boxes and the rotation are set."
+show options-set "Scales, the length of 100, the origin boxes and the rotation are set."
 
 click_on Run
 wait_until 20 run_is_finished || stop_with_screenshot "the run did not finish"
-show 4-run-finished "Run was pressed; the status bar tells of success."
+show run-finished "Run was pressed; the status bar tells of success."
 
 click_on btnViewLog
 wait_for_window 10 "$LOG_VIEWER_TITLE" || stop_with_screenshot "the log did not open"
-show 5-run-log "View Log was pressed; the log of the run is open."
+show run-log "View Log was pressed; the log of the run is open."
 
 close_log_viewer || stop_with_screenshot "the log did not close"
 click_on Close
 wait_until 10 process_has_ended "$MESHVANE_PROCESS" || stop_with_screenshot "the window did not close"
 echo "  Close was pressed; the program has ended."
 
+montage "$screenshots"/*.png -tile 3x -geometry 420x420+6+6 -title "Meshvane" "$folder/overview.png"
+
+echo
+echo "What the log says came of it:"
+sed -n '/^Number/p; /^Calculation finished/p' meshvane.log | sed 's/^/  /'
 echo
 print_mesh_extents before bracket.stl
 print_mesh_extents after metric.stl
@@ -74,6 +85,7 @@ echo
 echo "input        $root/examples/bracket.stl"
 echo "output       $folder/metric.stl"
 echo "run log      $folder/meshvane.log"
+echo "overview     $folder/overview.png"
 echo "screenshots  $screenshots/"
 for screenshot in "$screenshots"/*.png; do
     echo "               ${screenshot##*/}"

@@ -8,6 +8,7 @@ PACKAGES_TO_TEST=("${PACKAGES_TO_BUILD[@]}" "${PACKAGES_FOR_A_VIRTUAL_DISPLAY[@]
     desktop-file-utils appstream man-db)
 PACKAGES_TO_BENCHMARK=("${PACKAGES_TO_BUILD[@]}" "${PACKAGES_FOR_A_VIRTUAL_DISPLAY[@]}" libbenchmark-dev)
 PACKAGES_TO_FORMAT=(clang-format)
+PACKAGES_TO_LINT=(clang-tidy-14 shellcheck)
 PACKAGES_TO_PACKAGE=("${PACKAGES_TO_BUILD[@]}" dpkg-dev fakeroot lintian)
 
 package_is_installed() {

@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Looks for slips that compile: clang-tidy over our C++ files, shellcheck over our scripts.
+#   scripts/lint.sh [--scripts-only]
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=scripts/lib/packages.sh
+source "$root/scripts/lib/packages.sh"
+install_missing_packages "${PACKAGES_TO_LINT[@]}"
+cd "$root"
+
+mapfile -t scripts < <(git ls-files --cached --others --exclude-standard -- '*.sh' .ci/run scripts/hooks)
+shellcheck --external-sources --source-path=SCRIPTDIR --source-path="$root" "${scripts[@]}"
+echo "Scripts: ${#scripts[@]} files are in order."
+[[ ${1-} != --scripts-only ]] || exit 0
+
+# The sources that the build makes must be there: the form's header and the meta-objects.
+install_missing_packages "${PACKAGES_TO_TEST[@]}"
+cmake --preset default >/dev/null
+cmake --build --preset default >/dev/null
+run-clang-tidy-14 -p build/default -quiet -extra-arg=-Wno-unknown-warning-option \
+    "^$root/(app|benchmarks|stl|tests|transform|widgets)/.*\.cpp\$" 2>/dev/null
+echo "C++: clang-tidy has nothing to say."
