@@ -21,7 +21,8 @@ esac
 install_missing_packages "${PACKAGES_TO_PACKAGE[@]}"
 
 cd "$root"
-SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
+commit=$(git rev-parse HEAD)
+SOURCE_DATE_EPOCH=$(git log -1 --format=%ct "$commit")
 # The resource compiler has a variable of its own for the time it writes down.
 QT_RCC_SOURCE_DATE_OVERRIDE=$SOURCE_DATE_EPOCH
 export SOURCE_DATE_EPOCH QT_RCC_SOURCE_DATE_OVERRIDE
@@ -36,7 +37,7 @@ trap 'rm -rf "$work"' EXIT
 build_package() {
     local folder=$1
     mkdir -p "$folder/source"
-    git archive HEAD | tar --extract --directory="$folder/source"
+    git archive "$commit" | tar --extract --directory="$folder/source"
     (
         cd "$folder/source"
         # Debian's own flags; they hide the folder of the build, too.
@@ -51,7 +52,7 @@ build_package() {
     )
 }
 
-echo "Building the package of commit $(git rev-parse --short HEAD)."
+echo "Building the package of commit $(git rev-parse --short "$commit")."
 build_package "$work/first"
 if [[ $twice == yes ]]; then
     echo "Building it once more."
