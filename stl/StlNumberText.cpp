@@ -86,14 +86,14 @@ bool stlReadNumber(std::string_view word, double &value)
 
 void stlScanNormal(std::FILE *in, float &x, float &y, float &z)
 {
-    static_cast<void>(std::fscanf(in, "%*s %*s %f %f %f\n", &x, &y, &z));
+    [[maybe_unused]] const int converted = std::fscanf(in, "%*s %*s %f %f %f\n", &x, &y, &z);
 }
 
 void stlScanCorner(std::FILE *in, float &x, float &y, float &z)
 {
-    static_cast<void>(std::fscanf(in, "%*s %f %f %f\n", &x, &y, &z));
+    [[maybe_unused]] const int converted = std::fscanf(in, "%*s %f %f %f\n", &x, &y, &z);
 }
 
-void stlSkipWord(std::FILE *in) { static_cast<void>(std::fscanf(in, "%*s")); }
+void stlSkipWord(std::FILE *in) { [[maybe_unused]] const int converted = std::fscanf(in, "%*s"); }
 
-void stlSkipTwoWords(std::FILE *in) { static_cast<void>(std::fscanf(in, "%*s %*s")); }
+void stlSkipTwoWords(std::FILE *in) { [[maybe_unused]] const int converted = std::fscanf(in, "%*s %*s"); }

@@ -130,8 +130,8 @@ std::int32_t initializeBinary(StlMesh &mesh, std::int32_t size, const char *path
     const std::int32_t facets = (size - binaryPreludeSize) / binaryFacetSize;
 
     char storedCount[4] = {};
-    static_cast<void>(std::fread(mesh.stats.header, 1, labelSize, mesh.file));
-    static_cast<void>(std::fread(storedCount, 1, sizeof storedCount, mesh.file));
+    [[maybe_unused]] std::size_t count = std::fread(mesh.stats.header, 1, labelSize, mesh.file);
+    count = std::fread(storedCount, 1, sizeof storedCount, mesh.file);
     if (littleEndian(storedCount) != static_cast<std::uint32_t>(facets))
         std::fputs("Warning: File size doesn't match number of facets in the header\n", stderr);
     return facets;

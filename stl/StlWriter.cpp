@@ -17,7 +17,7 @@ void writePoint(StlTextWriter &out, std::string_view before, const StlVertex &po
 
 bool writeCommonFacet(StlTextWriter &out, const StlFacet &facet)
 {
-    double numbers[12];
+    double numbers[12] = {};
     double *next = numbers;
     for (const StlVertex &point : {facet.normal, facet.vertex[0], facet.vertex[1], facet.vertex[2]}) {
         *next++ = double{point.x};
