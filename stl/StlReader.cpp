@@ -124,6 +124,7 @@ std::uint32_t littleEndian(const char *bytes)
 std::int32_t initializeBinary(StlMesh &mesh, std::int32_t size, const char *path)
 {
     std::fclose(mesh.file);
+    mesh.file = nullptr; // whoever catches what opening throws may close what is open
     mesh.file = openForReading(path, "rb");
     if ((size - binaryPreludeSize) % binaryFacetSize != 0 || size < smallestBinarySize)
         stlFatal(std::string("The file ") + path + " has the wrong size.\n");
