@@ -1,5 +1,6 @@
 #include "tests/faults/FaultPoints.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
@@ -51,7 +52,7 @@ int descriptorOf(void *device) { return static_cast<int>(reinterpret_cast<std::i
 
 ssize_t readDevice(void *device, char *to, std::size_t size)
 {
-    return fails(FaultPoint::read) ? -1 : read(descriptorOf(device), to, size);
+    return fails(FaultPoint::read) ? -1 : read(descriptorOf(device), to, std::min(size, tinyBufferSize));
 }
 
 // A stream takes a return of zero for the failure.

@@ -91,6 +91,7 @@ protected:
     void failOneAfterTheOther()
     {
         ASSERT_GT(m_operations, 0);
+        RecordProperty("faults", static_cast<int>(m_operations));
         for (long n = 1; n <= m_operations && !HasFailure(); ++n) {
             SCOPED_TRACE(std::to_string(n) + " of " + std::to_string(m_operations));
             writeBytes(outputName, "what an earlier run has written");
@@ -99,15 +100,23 @@ protected:
     }
 
 private:
+    static long openFiles()
+    {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                             std::filesystem::directory_iterator());
+    }
+
     void failAt(long n)
     {
         const FaultCase fault = GetParam();
         const ProcessOutcome outcome = outcomeOf([&fault, n] {
             Listener listener;
             RunPipeline pipeline(listener);
+            const long openBefore = openFiles();
             armFault(fault.point, n, fault.error, fault.lasting);
             runOnce(pipeline);
             disarmFaults();
+            writeBytes("open-then", std::to_string(openFiles() - openBefore));
             writeBytes("heard", listener.heard);
             writeBytes("output-then", fileIfAny(outputName));
             writeBytes("log-then", fileIfAny("meshvane.log"));
@@ -143,6 +152,7 @@ private:
         if (claimsSuccess && !tellsOfAFailure) {
             EXPECT_TRUE(readBytes("log-then") == m_log) << "success without the whole log";
         }
+        EXPECT_EQ(readBytes("open-then"), "0") << "files left open";
         EXPECT_EQ(readBytes("heard-next"), "finished\n") << "the next run of the same window";
         EXPECT_EQ(readBytes(outputName), m_output);
     }
