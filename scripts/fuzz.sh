@@ -29,6 +29,8 @@ scratch=$(mktemp --directory --tmpdir="$([[ -w /dev/shm ]] && echo /dev/shm || e
 trap 'rm -rf "$scratch"' EXIT
 export TMPDIR=$scratch QT_QPA_PLATFORM=offscreen
 
+# Called by xargs.
+# shellcheck disable=SC2317
 run_fuzzer() {
     # A finding is counted below; it must not keep the others from running.
     nice "$build/fuzz/$1" -max_len=4096 -max_total_time="$seconds" -timeout=10 -rss_limit_mb=4096 \
