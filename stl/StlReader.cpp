@@ -81,6 +81,8 @@ std::int32_t countLines(std::FILE *file, std::int32_t size)
         const std::size_t lineFeed = bytes.find('\n');
         const std::size_t count = std::min(lineFeed, bytes.size() - 1) + 1;
         characters += static_cast<std::int64_t>(count);
+        if (total + characters > std::int64_t{size} + 1) // the one may be a carriage return, which is dropped
+            break;
         if (lineFeed != std::string_view::npos) {
             if ((lineFeed > 0 ? bytes[lineFeed - 1] : last) == '\r')
                 --characters;
@@ -372,6 +374,10 @@ void stl_load_facets(StlMesh &mesh, int firstFacet, bool first)
 {
     if (mesh.facets == nullptr)
         return;
+    if (firstFacet >= mesh.stats.facetCount) {
+        finishStatistics(mesh.stats); // a device without end has no label line, and no size
+        return;
+    }
     if (mesh.stats.type == binary) {
         std::fseek(mesh.file, binaryPreludeSize, SEEK_SET);
         loadFacets(mesh, BinaryFacetReader(mesh.file), firstFacet, first);

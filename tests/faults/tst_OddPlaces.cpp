@@ -131,6 +131,8 @@ TEST(OddPlaces, DevicesAreReadAsTheFilesTheyLookLike)
     const TemporaryFolder folder;
     EXPECT_EQ(hearRun(doubling(), "/dev/null", "out.stl"), "finished\n");
     EXPECT_EQ(readBytes("out.stl"), "solid  (null)\nendsolid  \n");
+    EXPECT_EQ(hearRun(doubling(), "/dev/zero", "out.stl"), "finished\n"); // without end, and of no size
+    EXPECT_EQ(readBytes("out.stl"), "solid  (null)\nendsolid  \n");
     writeBytes("in.stl", mesh);
     EXPECT_EQ(hearRun(doubling(), "in.stl", "/dev/null"), "finished\n");
     EXPECT_EQ(hearRun(doubling(), "in.stl", "/dev/full"), "error: \nError writing stl file\n\n");
