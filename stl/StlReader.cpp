@@ -128,7 +128,7 @@ std::int32_t initializeBinary(StlMesh &mesh, std::int32_t size, const char *path
     std::fclose(mesh.file);
     mesh.file = nullptr; // whoever catches what opening throws may close what is open
     mesh.file = openForReading(path, "rb");
-    if ((size - binaryPreludeSize) % binaryFacetSize != 0 || size < smallestBinarySize)
+    if (size < smallestBinarySize || (size - binaryPreludeSize) % binaryFacetSize != 0)
         stlFatal(std::string("The file ") + path + " has the wrong size.\n");
     const std::int32_t facets = (size - binaryPreludeSize) / binaryFacetSize;
 
