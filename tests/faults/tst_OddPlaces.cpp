@@ -260,8 +260,9 @@ TEST(OddPlaces, AReadOnlyWorkingFolderEndsTheProcess)
         hearRun(doubling(), "../in.stl", "../out.stl");
     });
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.standardError,
-              "stl_write_ascii: Couldn't open _tmp_stl_ for writing: Permission denied\n");
+    // A sanitizer may have to add that it cannot do its work as nobody.
+    EXPECT_EQ(outcome.standardError.substr(0, outcome.standardError.find('\n')),
+              "stl_write_ascii: Couldn't open _tmp_stl_ for writing: Permission denied");
     EXPECT_EQ(readBytes("in.stl"), mesh);
     EXPECT_FALSE(fs::exists("out.stl"));
 }
