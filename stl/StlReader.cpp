@@ -81,6 +81,8 @@ std::int32_t countLines(std::FILE *file, std::int32_t size)
         const std::size_t lineFeed = bytes.find('\n');
         const std::size_t count = std::min(lineFeed, bytes.size() - 1) + 1;
         characters += static_cast<std::int64_t>(count);
+        if (total + characters > std::int64_t{size} + 1) // the one may be a carriage return, which is dropped
+            break;
         if (lineFeed != std::string_view::npos) {
             if ((lineFeed > 0 ? bytes[lineFeed - 1] : last) == '\r')
                 --characters;
@@ -124,8 +126,9 @@ std::uint32_t littleEndian(const char *bytes)
 std::int32_t initializeBinary(StlMesh &mesh, std::int32_t size, const char *path)
 {
     std::fclose(mesh.file);
+    mesh.file = nullptr; // whoever catches what opening throws may close what is open
     mesh.file = openForReading(path, "rb");
-    if ((size - binaryPreludeSize) % binaryFacetSize != 0 || size < smallestBinarySize)
+    if (size < smallestBinarySize || (size - binaryPreludeSize) % binaryFacetSize != 0)
         stlFatal(std::string("The file ") + path + " has the wrong size.\n");
     const std::int32_t facets = (size - binaryPreludeSize) / binaryFacetSize;
 
@@ -371,6 +374,10 @@ void stl_load_facets(StlMesh &mesh, int firstFacet, bool first)
 {
     if (mesh.facets == nullptr)
         return;
+    if (firstFacet >= mesh.stats.facetCount) {
+        finishStatistics(mesh.stats); // a device without end has no label line, and no size
+        return;
+    }
     if (mesh.stats.type == binary) {
         std::fseek(mesh.file, binaryPreludeSize, SEEK_SET);
         loadFacets(mesh, BinaryFacetReader(mesh.file), firstFacet, first);

@@ -3,6 +3,7 @@
 #include "stl/StlCommonFacet.h"
 #include "stl/StlFatal.h"
 #include "stl/StlTextWriter.h"
+#include "stl/Stream.h"
 
 #include <cstdio>
 #include <cstring>
@@ -59,11 +60,11 @@ bool writeMesh(const StlMesh &mesh, std::FILE *file)
 
 bool stl_write_ascii_checked(const StlMesh &mesh, const char *path)
 {
-    std::FILE *file = std::fopen(path, "w");
-    if (file == nullptr)
+    Stream file(std::fopen(path, "w"));
+    if (!file)
         stlFatalWithSystemError(std::string("stl_write_ascii: Couldn't open ") + path + " for writing");
-    const bool written = writeMesh(mesh, file);
-    const bool closed = std::fclose(file) == 0;
+    const bool written = writeMesh(mesh, file.get());
+    const bool closed = std::fclose(file.release()) == 0;
     return written && closed;
 }
 

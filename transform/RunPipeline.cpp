@@ -13,6 +13,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <new>
 
 RunPipeline::RunPipeline(RunReporter &reporter)
     : m_reporter(reporter)
@@ -20,8 +21,26 @@ RunPipeline::RunPipeline(RunReporter &reporter)
 
 RunPipeline::~RunPipeline() { stl_release_facets(m_mesh); }
 
+namespace {
+
+QString systemText(int error) { return QString::fromLocal8Bit(std::strerror(error)); }
+
+} // namespace
+
 void RunPipeline::run(const TransformParameters &parameters, const QString &inputPath,
                       const QString &outputPath)
+{
+    try {
+        runToTheEnd(parameters, inputPath, outputPath);
+    } catch (const std::bad_alloc &) {
+        m_reporter.error("stl_initialize: " + systemText(ENOMEM));
+    }
+    closeInput();
+    m_logFile.reset();
+}
+
+void RunPipeline::runToTheEnd(const TransformParameters &parameters, const QString &inputPath,
+                              const QString &outputPath)
 {
     std::optional<Stream> input = prepareInput(inputPath);
     if (!input)
@@ -30,7 +49,6 @@ void RunPipeline::run(const TransformParameters &parameters, const QString &inpu
     Stream output = openOutput(outputPath);
     if (*input && output && transform(parameters, std::move(*input), std::move(output)))
         finish(outputPath);
-    m_logFile.reset();
 }
 
 std::optional<Stream> RunPipeline::prepareInput(const QString &inputPath)
@@ -44,15 +62,19 @@ bool RunPipeline::loadMesh(const QString &inputPath)
 {
     stl_initialize(m_mesh, inputPath.toUtf8().constData());
     errno = 0;
+    // A pipe has no size, so it would count as an empty mesh.
+    if (std::fseek(m_mesh.file, 0, SEEK_CUR) != 0) {
+        m_reporter.error("stl_initialize: " + systemText(errno));
+        return false;
+    }
+    errno = 0;
     stl_allocate_facets(m_mesh);
     const int allocationError = errno;
     stl_load_facets(m_mesh, 0, true);
     const bool readFailed = std::ferror(m_mesh.file) != 0;
-    std::fclose(m_mesh.file);
-    m_mesh.file = nullptr;
+    closeInput();
     if (m_mesh.facets == nullptr) {
-        m_reporter.error(QStringLiteral("stl_initialize: ") +
-                         QString::fromLocal8Bit(std::strerror(allocationError)));
+        m_reporter.error("stl_initialize: " + systemText(allocationError));
         return false;
     }
     // A directory can be opened but not read, and counts as an empty mesh.
@@ -61,6 +83,13 @@ bool RunPipeline::loadMesh(const QString &inputPath)
         return false;
     }
     return true;
+}
+
+void RunPipeline::closeInput()
+{
+    if (m_mesh.file != nullptr)
+        std::fclose(m_mesh.file);
+    m_mesh.file = nullptr;
 }
 
 bool RunPipeline::writeTemporaryFile()
@@ -139,6 +168,10 @@ void RunPipeline::writeLog(const std::string &text)
 
 void RunPipeline::closeLog()
 {
-    if (m_logFile && std::fclose(m_logFile.release()) != 0)
+    if (!m_logFile)
+        return;
+    // What got lost before the end is not told by closing.
+    const bool complete = std::ferror(m_logFile.get()) == 0;
+    if (std::fclose(m_logFile.release()) != 0 || !complete)
         m_reporter.error(QStringLiteral("Cannot close logfile \"%1\".\n").arg(logFileName));
 }

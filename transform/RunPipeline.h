@@ -32,11 +32,15 @@ public:
     bool logWasOpened() const { return m_logWasOpened; }
 
 private:
+    void runToTheEnd(const TransformParameters &parameters, const QString &inputPath,
+                     const QString &outputPath);
+
     // The temporary file open for reading, null if it or the log could not be had, or nothing at all if the
     // mesh did not get into the temporary file: then the run must end before it touches the output file,
     // which may be the input file.
     std::optional<Stream> prepareInput(const QString &inputPath);
     bool loadMesh(const QString &inputPath);
+    void closeInput();
     bool writeTemporaryFile();
     Stream openTemporaryFileAndLog();
     void openLog();

@@ -1,0 +1,15 @@
+// Any bytes as an input file, on the whole road to the output file.
+#include "fuzz/FuzzVerdict.h"
+#include "tests/corpus/RoadProperties.h"
+#include "tests/support/TemporaryFolder.h"
+
+int LLVMFuzzerInitialize(int *, char ***)
+{
+    static const TemporaryFolder folder;
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    return demand(checkInputFile(asText(data, size)));
+}

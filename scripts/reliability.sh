@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# The long part of the reliability tests: scripts/reliability.sh [budget in seconds]. An hour by default, of
+# which the fuzzers get what the others leave. The short part runs with the ordinary tests.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=scripts/lib/packages.sh
+source "$root/scripts/lib/packages.sh"
+
+budget=${1-3600}
+started=$SECONDS
+tests=(tst_Faults tst_Kills tst_OddPlaces tst_Sizes tst_RoadCorpus tst_FieldCorpus tst_LongUse tst_Monkey)
+
+install_missing_packages "${PACKAGES_TO_TEST[@]}"
+cd "$root"
+for preset in default asan; do
+    cmake --preset "$preset"
+    cmake --build --preset "$preset" --target "${tests[@]}"
+done
+
+run_tests() {
+    ctest --preset "$1" --no-label-summary --tests-regex "^($(IFS='|' && echo "${tests[*]}"))\$"
+}
+export MESHVANE_KILLS=200 MESHVANE_RUNS=1000 MESHVANE_MONKEY_STEPS=20000 MESHVANE_SIZES=1
+echo "200 kills, 1000 runs, 20000 steps of the monkey, files just below 2 GiB."
+run_tests default
+echo "The same under the sanitizers, but for the largest files."
+MESHVANE_SIZES=0 run_tests asan
+
+left=$((budget - (SECONDS - started)))
+per_fuzzer=$((left * $(nproc) / 4))
+echo "$((SECONDS - started)) seconds are gone; each fuzzer gets $per_fuzzer."
+bash scripts/fuzz.sh "$((per_fuzzer > 20 ? per_fuzzer : 20))"

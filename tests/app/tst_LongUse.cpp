@@ -1,0 +1,130 @@
+// A thousand runs of one window with random options: what a run takes it gives back.
+#include "tests/app/WindowUnderTest.h"
+#include "tests/support/Amount.h"
+#include "tests/support/MeshFiles.h"
+#include "tests/support/qt/MessageBoxRecorder.h"
+#include "tests/support/qt/QtTestMain.h"
+#include "tests/support/qt/WorkingFolder.h"
+
+#include <QDir>
+#include <QtTest>
+
+#include <cstdio>
+#include <malloc.h>
+#include <random>
+
+namespace {
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool memoryCanBeMeasured = false; // the sanitizer has a heap of its own, and finds leaks itself
+#else
+constexpr bool memoryCanBeMeasured = true;
+#endif
+
+QByteArray asciiMesh()
+{
+    QByteArray text = "solid\n";
+    for (int i = 0; i < 40; ++i)
+        text += QByteArray::fromStdString(asciiFacet({"0 0 1", "1 2 3", "5 2 3", "1 10 19"}));
+    return text + "endsolid\n";
+}
+
+int openFiles() { return QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System).size(); }
+
+std::size_t usedMemory() { return mallinfo2().uordblks; }
+
+struct Holdings {
+    int files = 0;
+    int objects = 0; // below the window, viewers left out
+    std::size_t memory = 0;
+};
+
+} // namespace
+
+class tst_LongUse : public QObject {
+    Q_OBJECT
+
+private slots:
+    void runsGiveBackWhatTheyTake();
+
+private:
+    void enterRandomOptions(const WindowUnderTest &window);
+    QString oneOf(const QStringList &choices);
+    bool oneIn(int n) { return m_random() % static_cast<unsigned>(n) == 0; }
+
+    std::mt19937 m_random{20240229};
+};
+
+QString tst_LongUse::oneOf(const QStringList &choices)
+{
+    return choices.at(static_cast<int>(m_random() % static_cast<unsigned>(choices.size())));
+}
+
+// Options as a user sets them: nothing that is disabled is touched.
+void tst_LongUse::enterRandomOptions(const WindowUnderTest &window)
+{
+    window.reset();
+    window.enterFiles(oneOf({"ascii.stl", "binary.stl", "broken.stl"}),
+                      oneIn(20) ? "/dev/full" : oneOf({"out.stl", "other.stl"}));
+    for (const QString &name : fieldNames().mid(2)) {
+        if (window.isEnabled(name))
+            window.enter(name, oneOf({"0.5", "1", "2", "-3", "1e3", "", "x"}));
+    }
+    for (const QString &name : boxNames()) {
+        if (window.isEnabled(name) && oneIn(4))
+            window.tick(name);
+    }
+    for (const QString &name : fieldNames().mid(2)) {
+        if (window.isEnabled(name) && window.text(name).isEmpty() && !oneIn(10))
+            window.enter(name, oneOf({"30", "90", "2.5"}));
+    }
+}
+
+void tst_LongUse::runsGiveBackWhatTheyTake()
+{
+    const WorkingFolder folder;
+    folder.write("ascii.stl", asciiMesh());
+    folder.write("binary.stl", QByteArray::fromStdString(binaryStl("binary", differentFacets(60))));
+    folder.write("broken.stl", asciiMesh().replace("vertex 5", "vertex five"));
+    WindowUnderTest window;
+    window.window.show();
+    MessageBoxRecorder boxes;
+
+    const int runs = amount("MESHVANE_RUNS", 1000);
+    const int warmUp = runs / 5;
+    Holdings before;
+    int succeeded = 0;
+    int refused = 0;
+    for (int run = 0; run < runs; ++run) {
+        enterRandomOptions(window);
+        window.window.statusBar()->clearMessage();
+        boxes.clear();
+        window.run();
+        QCoreApplication::processEvents();
+        const bool success = window.statusText().startsWith("Calculation finished successfully.");
+        QVERIFY2(success != !boxes.boxes().isEmpty(), "a run either succeeds or says why not");
+        (success ? succeeded : refused) += 1;
+        if (run != warmUp && run != runs - 1)
+            continue;
+        boxes.clear();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        const Holdings now{openFiles(), window.window.findChildren<QObject *>().size(), usedMemory()};
+        if (run == warmUp) {
+            before = now;
+            continue;
+        }
+        QCOMPARE(now.files, before.files);
+        QCOMPARE(now.objects, before.objects);
+        std::printf("%d runs succeeded, %d were refused; memory in use went from %zu to %zu bytes\n",
+                    succeeded, refused, before.memory, now.memory);
+        constexpr std::size_t noise = 200 * 1024; // Qt's caches, which fill as texts and boxes vary
+        if (memoryCanBeMeasured)
+            QVERIFY(now.memory < before.memory + noise);
+    }
+    QVERIFY(succeeded > runs / 10);
+    QVERIFY(refused > runs / 10);
+    QCOMPARE(folder.read("ascii.stl"), asciiMesh());
+}
+
+MESHVANE_QTEST_MAIN(tst_LongUse)
+#include "tst_LongUse.moc"

@@ -1,0 +1,145 @@
+#include "tests/corpus/FieldProperty.h"
+
+#include "tests/corpus/PlainField.h"
+#include "tests/corpus/Verdict.h"
+#include "widgets/LineEditCustom.h"
+
+#include <QLabel>
+
+namespace {
+
+class FieldAndTwin {
+public:
+    FieldAndTwin()
+        : m_icon(m_field.findChild<QLabel *>())
+    {}
+
+    void act(char deed, const QString &argument);
+
+    const std::string &findings() const { return m_verdict.text(); }
+
+private:
+    void name(const QString &text, bool bold);
+    void forbid(int value, bool alone);
+    void place(bool shown, bool enabled);
+    void compare(const std::string &deed);
+
+    QWidget m_parent; // never shown: a field of its own would count as hidden
+    LineEditCustom m_field{&m_parent};
+    QLabel *m_icon;
+    PlainField m_twin;
+    Verdict m_verdict;
+};
+
+void FieldAndTwin::act(char deed, const QString &argument)
+{
+    switch (deed) {
+    case 't':
+        m_field.setText(argument);
+        m_twin.enter(m_field.text());
+        break;
+    case 'p':
+        m_field.addPolicy(argument.toInt());
+        m_twin.addPolicy(argument.toInt());
+        break;
+    case 'n':
+    case 'N':
+        name(argument, deed == 'N');
+        break;
+    case 'v':
+    case 'V':
+        forbid(argument.toInt(), deed == 'V');
+        break;
+    case 'u':
+        m_field.setUsedNames(argument.split(','));
+        m_twin.usedNames = argument.split(',');
+        break;
+    case 'c':
+        m_field.setInvalidCharacters(argument.split(','));
+        m_twin.invalidCharacters = argument.split(',');
+        break;
+    case '<':
+        m_field.setMinimumValue(argument.toFloat());
+        m_twin.minimum = argument.toFloat();
+        break;
+    case '>':
+        m_field.setMaximumValue(argument.toFloat());
+        m_twin.maximum = argument.toFloat();
+        break;
+    case 'e':
+    case 'd':
+        place(!m_twin.hidden, deed == 'e');
+        break;
+    case 's':
+    case 'h':
+        place(deed == 's', m_twin.enabled);
+        break;
+    case 'r':
+        m_field.applyModifingPolicies();
+        m_twin.finishEditing();
+        break;
+    case 'a':
+        m_field.applyLineEditPolicy();
+        m_twin.runChecks();
+        break;
+    case 'T':
+        m_field.setToolTip(argument);
+        m_twin.ownToolTip = argument;
+        break;
+    case '?':
+        m_verdict.expectSameText(m_field.errorText().toStdString(), m_twin.askForErrors().toStdString(),
+                                 "errors");
+        break;
+    default:
+        return;
+    }
+    compare(std::string("after ") + deed + ": ");
+}
+
+void FieldAndTwin::name(const QString &text, bool bold)
+{
+    m_field.setFieldName(text, bold);
+    m_twin.name = bold ? "<b>" + text + "</b>" : text;
+}
+
+void FieldAndTwin::forbid(int value, bool alone)
+{
+    m_field.addInvalidValue(value, alone);
+    if (alone)
+        m_twin.invalidValues.clear();
+    m_twin.invalidValues << QString::number(value);
+}
+
+void FieldAndTwin::place(bool shown, bool enabled)
+{
+    m_field.setVisible(shown);
+    m_twin.hidden = !shown;
+    m_field.setEnabled(enabled);
+    m_twin.enabled = enabled;
+}
+
+void FieldAndTwin::compare(const std::string &deed)
+{
+    m_verdict.expectSameText(m_field.text().toStdString(), m_twin.text.toStdString(), deed + "text");
+    m_verdict.expectSame(!m_icon->isHidden(), m_twin.iconShown, deed + "icon");
+    m_verdict.expectSameText(m_icon->toolTip().toStdString(), m_twin.iconToolTip.toStdString(),
+                             deed + "icon's tool tip");
+    m_verdict.expectSameText(m_field.toolTip().toStdString(), m_twin.ownToolTip.toStdString(),
+                             deed + "own tool tip");
+}
+
+} // namespace
+
+std::string checkField(std::string_view script)
+{
+    FieldAndTwin both;
+    while (!script.empty()) {
+        const std::string_view line = script.substr(0, script.find('\n'));
+        script.remove_prefix(std::min(line.size() + 1, script.size()));
+        if (!line.empty())
+            both.act(line[0], QString::fromUtf8(line.data() + 1, static_cast<int>(line.size()) - 1));
+        if (!both.findings().empty())
+            break;
+    }
+    return both.findings();
+}

@@ -1,0 +1,28 @@
+# The properties as libraries; the tests here and the fuzzers link them. Included by both.
+set(corpus_folder ${CMAKE_CURRENT_LIST_DIR})
+
+add_library(meshvane_seed_corpus STATIC
+    ${corpus_folder}/SeedCorpus.cpp
+    ${corpus_folder}/SeedCorpus.h
+    ${corpus_folder}/Verdict.cpp
+    ${corpus_folder}/Verdict.h)
+target_link_libraries(meshvane_seed_corpus PUBLIC meshvane_test_support)
+meshvane_own_code(meshvane_seed_corpus)
+
+add_library(meshvane_road_properties STATIC
+    ${corpus_folder}/RoadOptions.cpp
+    ${corpus_folder}/RoadOptions.h
+    ${corpus_folder}/RoadProperties.cpp
+    ${corpus_folder}/RoadProperties.h)
+target_link_libraries(meshvane_road_properties PUBLIC meshvane_transform meshvane_seed_corpus)
+# Takes the place of the library's own end of the process in every program that links this.
+target_sources(meshvane_road_properties INTERFACE ${corpus_folder}/FatalSeam.cpp)
+meshvane_own_code(meshvane_road_properties)
+
+add_library(meshvane_field_property STATIC
+    ${corpus_folder}/FieldProperty.cpp
+    ${corpus_folder}/FieldProperty.h
+    ${corpus_folder}/PlainField.cpp
+    ${corpus_folder}/PlainField.h)
+target_link_libraries(meshvane_field_property PUBLIC meshvane_widgets meshvane_seed_corpus)
+meshvane_own_code(meshvane_field_property)

@@ -1,0 +1,24 @@
+// The seeds of the fuzzers, and what the fuzzers have found, held against the same properties.
+#include "tests/corpus/RoadProperties.h"
+#include "tests/corpus/SeedCorpus.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+void expectToHold(const std::vector<Seed> &seeds, std::string (*check)(std::string_view))
+{
+    ASSERT_FALSE(seeds.empty());
+    const TemporaryFolder folder;
+    for (const Seed &seed : seeds)
+        EXPECT_EQ(check(seed.bytes), "") << seed.name;
+}
+
+TEST(RoadCorpus, InputFiles) { expectToHold(inputFileSeeds(), checkInputFile); }
+
+TEST(RoadCorpus, TemporaryFiles) { expectToHold(temporaryFileSeeds(), checkTemporaryFile); }
+
+TEST(RoadCorpus, NumberTexts) { expectToHold(numberTextSeeds(), checkNumberText); }
+
+} // namespace

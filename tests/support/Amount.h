@@ -1,0 +1,10 @@
+// How much a test does: a little by default, more if an environment variable says so.
+#pragma once
+
+#include <cstdlib>
+
+inline int amount(const char *variable, int ordinary)
+{
+    const char *value = std::getenv(variable);
+    return value != nullptr ? std::atoi(value) : ordinary;
+}
