@@ -29,16 +29,16 @@ depends=$(dpkg-deb --field "$package" Depends | tr ',' '\n' | sed 's/^ *//; s/ .
 [[ $depends == 'libc6 libgcc-s1 libqt5core5a libqt5gui5 libqt5widgets5 libstdc++6' ||
     $depends == 'libc6 libqt5core5a libqt5gui5 libqt5widgets5 libstdc++6' ]] || fail "depends on: $depends"
 
-dpkg-deb --extract "$package" "$folder/root"
+dpkg-deb --extract "$package" "$folder/unpacked"
 for name in Exec TryExec Icon; do
-    grep -qx "$name=meshvane" "$folder/root/usr/share/applications/meshvane.desktop" || fail "$name is another"
+    grep -qx "$name=meshvane" "$folder/unpacked/usr/share/applications/meshvane.desktop" || fail "$name is another"
 done
 
 start_virtual_display "$folder/display"
 mkdir "$folder/somewhere"
 cd "$folder/somewhere"
-cp "$folder/root/usr/share/doc/meshvane/examples/gear.stl" .
-PATH=$folder/root/usr/bin:$PATH start_meshvane "$folder" meshvane
+cp "$folder/unpacked/usr/share/doc/meshvane/examples/gear.stl" .
+PATH=$folder/unpacked/usr/bin:$PATH start_meshvane "$folder" meshvane
 fill_in edtFileIn gear.stl
 fill_in edtFileOut gear-on-bed.stl
 click_on chbZSet0
