@@ -15,17 +15,17 @@
 #include <cstring>
 #include <new>
 
-RunPipeline::RunPipeline(RunReporter &reporter)
-    : m_reporter(reporter)
-{}
-
-RunPipeline::~RunPipeline() { stl_release_facets(m_mesh); }
-
 namespace {
 
 QString systemText(int error) { return QString::fromLocal8Bit(std::strerror(error)); }
 
 } // namespace
+
+RunPipeline::RunPipeline(RunReporter &reporter)
+    : m_reporter(reporter)
+{}
+
+RunPipeline::~RunPipeline() { stl_release_facets(m_mesh); }
 
 void RunPipeline::run(const TransformParameters &parameters, const QString &inputPath,
                       const QString &outputPath)
