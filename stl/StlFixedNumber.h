@@ -360,7 +360,9 @@ inline bool stlRoundToFloat(double exact, float &value)
     constexpr std::uint64_t lostBits = (std::uint64_t{1} << 29U) - 1;
     constexpr std::uint64_t middle = std::uint64_t{1} << 28U;
     const double magnitude = std::fabs(exact);
-    const bool inRange = (magnitude >= double{FLT_MIN} && magnitude <= double{FLT_MAX}) || magnitude == 0.0;
+    const bool inRange =
+        (magnitude >= static_cast<double>(FLT_MIN) && magnitude <= static_cast<double>(FLT_MAX)) ||
+        magnitude == 0.0;
     if (!inRange || (stl_fixed_number::bitsOf(exact) & lostBits) == middle)
         return false;
     value = static_cast<float>(exact);

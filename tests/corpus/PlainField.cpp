@@ -4,8 +4,10 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <string>
 
 namespace {
@@ -17,11 +19,22 @@ bool wholeNumber(const std::string &text, int &number)
     return !text.empty() && *end == '\0';
 }
 
+// Six significant digits, with an exact tie away from zero as the field shows it; the C library would take
+// the even neighbour, so the value goes a hair outward first.
+std::string sixDigits(float value)
+{
+    auto outward = static_cast<long double>(value);
+    if (value != 0.0F)
+        outward =
+            std::nextafter(outward, std::copysign(std::numeric_limits<long double>::infinity(), outward));
+    char buffer[64];
+    std::snprintf(buffer, sizeof buffer, "%Lg", outward);
+    return buffer;
+}
+
 int rounded(float value)
 {
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%g", static_cast<double>(value));
-    const std::string text = buffer;
+    const std::string text = sixDigits(value);
     const std::size_t dot = text.rfind('.');
     int whole = 0;
     if (dot == std::string::npos)
@@ -164,11 +177,8 @@ void PlainField::checkLimits()
     const float value = text.toFloat(&isNumber);
     if (!isNumber)
         return;
-    char limit[64];
-    std::snprintf(limit, sizeof limit, "%g", static_cast<double>(minimum));
     if (policies.contains(12))
-        judge(minimum > value, head("This") + " value must be greater than: " + limit);
-    std::snprintf(limit, sizeof limit, "%g", static_cast<double>(maximum));
+        judge(minimum > value, head("This") + " value must be greater than: " + sixDigits(minimum).c_str());
     if (policies.contains(13))
-        judge(value > maximum, head("This") + " value must be less than: " + limit);
+        judge(value > maximum, head("This") + " value must be less than: " + sixDigits(maximum).c_str());
 }

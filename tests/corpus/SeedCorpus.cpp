@@ -255,6 +255,8 @@ std::vector<Seed> fieldSeeds()
         {"limits-that-are-no-numbers", "<nan\n>inf\np12\np13\nt0\n?\nt1e38\n?\n"},
         {"rounding", "p11\nt2.5\nr\nt-2.5\nr\ntabc\nr\nt1234567\nr\nt0.000015\nr\nt1000000\nr\nt-0.5\nr\n"},
         {"rounding-of-huge-and-infinite", "p11\nt1e38\nr\ntinf\nr\nt-nan\nr\nt99999.5\nr\nt1e39\nr\n"},
+        {"ties-of-six-digits",
+         "p11\nt100000.5\nr\nt-123456.5\nr\nt1000005\nr\np12\n<1000005\nt1\n?\n<100000.5\nt2\n?\n"},
         {"disabled-drops-errors", "p2\nt1\nt\nd\na\n?\ne\n?\nd\nt1\ne\na\n"},
         {"hidden-drops-errors", "p2\nt1\nt\nh\na\n?\ns\n?\n"},
         {"name-changes-while-messages-stand", "nA\np1\ntx\nnB\nty\n?\nt5\n?\nd\na\ne\na\n"},

@@ -39,6 +39,8 @@ void tst_RoundingByText::roundsByTheSixDigitText_data()
     QTest::newRow("negative small with exponent and point") << -0.000015F << -2;
     QTest::newRow("small with exponent, no point") << 0.00001F << 0;
     QTest::newRow("decimal hidden by six digits") << 123456.7F << 123457;
+    QTest::newRow("exact tie of six digits goes away from zero") << 100000.5F << 100001;
+    QTest::newRow("negative exact tie of six digits") << -100000.5F << -100001;
     QTest::newRow("largest float") << std::numeric_limits<float>::max() << 3;
     QTest::newRow("infinite") << std::numeric_limits<float>::infinity() << 0;
     QTest::newRow("negative infinite") << -std::numeric_limits<float>::infinity() << 0;
