@@ -45,6 +45,7 @@ Usage usageOf(const std::function<void()> &work)
     result.succeeded =
         wait4(child, &status, 0, &usage) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
     result.cpuSeconds = cpuSecondsIn(usage);
+    result.systemSeconds = seconds(usage.ru_stime);
     result.peakBytes = 1024.0 * static_cast<double>(usage.ru_maxrss);
     return result;
 }

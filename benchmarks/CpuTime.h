@@ -12,7 +12,8 @@ double cpuSecondsOf(const std::function<void()> &work);
 // What a process of its own needs for some work: it is forked for it.
 struct Usage {
     double cpuSeconds = 0.0;
-    double peakBytes = 0.0; // of resident memory
+    double systemSeconds = 0.0; // of them spent in the system
+    double peakBytes = 0.0;     // of resident memory
     bool succeeded = false;
 };
 Usage usageOf(const std::function<void()> &work);

@@ -5,6 +5,7 @@
 //   bench_Road [facets [rounds]]
 
 #include "benchmarks/BenchMesh.h"
+#include "benchmarks/ByteMover.h"
 #include "benchmarks/CpuTime.h"
 #include "tests/support/PlainRoad.h"
 #include "tests/support/TemporaryFolder.h"
@@ -55,48 +56,6 @@ void plainRoad(const TransformParameters &p, const std::string &input, const std
                      std::fopen(output.c_str(), "w+"), request);
     std::remove(temporaryFileName);
 }
-
-// Reads the input (an ASCII one twice, for its lines must be counted), writes as much as the temporary file
-// holds, reads that for each scan, and copies it to the output.
-class ByteMover {
-public:
-    void move(const std::string &input, int readings, int scans, std::uintmax_t temporarySize)
-    {
-        for (int i = 0; i < readings; ++i)
-            read(input);
-        Stream temporary(std::fopen("moved_tmp", "w"));
-        for (std::uintmax_t rest = temporarySize; rest > 0;) {
-            const auto count = std::min<std::uintmax_t>(rest, m_block.size());
-            std::fwrite(m_block.data(), 1, count, temporary.get());
-            rest -= count;
-        }
-        temporary.reset();
-        for (int i = 0; i < scans; ++i)
-            read("moved_tmp");
-        copy("moved_tmp", "moved.out");
-        std::remove("moved_tmp");
-    }
-
-private:
-    void read(const std::string &path)
-    {
-        const Stream in(std::fopen(path.c_str(), "r"));
-        while (std::fread(m_block.data(), 1, m_block.size(), in.get()) > 0) {
-        }
-    }
-
-    void copy(const std::string &from, const std::string &to)
-    {
-        const Stream in(std::fopen(from.c_str(), "r"));
-        const Stream out(std::fopen(to.c_str(), "w+"));
-        for (std::size_t count = 1; count > 0;) {
-            count = std::fread(m_block.data(), 1, m_block.size(), in.get());
-            std::fwrite(m_block.data(), 1, count, out.get());
-        }
-    }
-
-    std::vector<char> m_block = std::vector<char>(std::size_t{256} * 1024, ' ');
-};
 
 class RoadBenchmark {
 public:

@@ -10,8 +10,8 @@ add_library(meshvane_warnings INTERFACE)
 target_compile_options(meshvane_warnings INTERFACE
     $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion
         -Wshadow -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wnull-dereference
-        -Wformat=2 -Wdouble-promotion -Wundef>
-    $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op -Wuseless-cast>
+        -Wformat=2 -Wundef>
+    $<$<CXX_COMPILER_ID:GNU>:-Wdouble-promotion -Wduplicated-cond -Wlogical-op -Wuseless-cast>
     $<$<CXX_COMPILER_ID:MSVC>:/W4>)
 if(MESHVANE_WARNINGS_AS_ERRORS)
     target_compile_options(meshvane_warnings INTERFACE

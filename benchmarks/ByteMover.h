@@ -1,0 +1,21 @@
+// The floor of a run's cost: only its bytes are moved.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// Reads the input (an ASCII one is read twice, for its lines must be counted), writes as much as the
+// temporary file holds, reads that for each scan, and copies it to "moved.out". All in the working folder.
+class ByteMover {
+public:
+    void move(const std::string &input, int readings, int scans, std::uintmax_t temporarySize);
+
+private:
+    void read(const std::string &path);
+    void write(const std::string &path, std::uintmax_t size);
+    void copy(const std::string &from, const std::string &to);
+
+    std::vector<char> m_block = std::vector<char>(std::size_t{256} * 1024, ' ');
+};
