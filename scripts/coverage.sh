@@ -17,7 +17,7 @@ mkdir -p build/coverage/report
 count=(gcovr --root . --exclude-throw-branches --exclude '.*_autogen.*' --exclude '.*\.ui' build/coverage)
 for folder in stl transform widgets app; do
     echo "== $folder"
-    "${count[@]}" --filter "$folder/" --txt-metric line | grep -E "^(TOTAL|$folder/)"
-    "${count[@]}" --filter "$folder/" --txt-metric branch | grep -E '^TOTAL' | sed 's/^TOTAL/branches/'
+    "${count[@]}" --filter "$folder/" | grep -E "^(TOTAL|$folder/)"
+    "${count[@]}" --filter "$folder/" --branches | grep -E '^TOTAL' | sed 's/^TOTAL/branches/'
 done
 "${count[@]}" --filter 'stl/|transform/|widgets/|app/' --html-details build/coverage/report/index.html

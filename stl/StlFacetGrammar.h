@@ -20,7 +20,7 @@ public:
 
     // Takes a facet of the common form (StlCommonFacet) as a whole, to the effect that its seven lines would
     // have, or declines and does nothing. Gets stlCommonFacetSize bytes of any content.
-    virtual bool commonFacet(const char *) { return false; }
+    virtual bool commonFacet(const char *text) = 0;
 };
 
 struct StlWalkResult {

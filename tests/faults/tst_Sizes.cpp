@@ -6,6 +6,7 @@
 #include "tests/support/Amount.h"
 #include "tests/support/DyingProcess.h"
 #include "tests/support/MeshFiles.h"
+#include "tests/support/PlainRoad.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
 
@@ -48,6 +49,13 @@ void makeSparse(const char *name, std::string_view beginning, std::uintmax_t siz
     fs::resize_file(name, size);
 }
 
+std::string withCarriageReturns(std::string text)
+{
+    for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 2))
+        text.insert(at, "\r");
+    return text;
+}
+
 std::string binaryBeginning()
 {
     std::string bytes(80 + 4, ' ');
@@ -85,6 +93,25 @@ TEST(Sizes, FromTwoGiBOnAnAsciiFileHasNoFacets)
     large.load();
     EXPECT_EQ(large.stats.type, ascii);
     EXPECT_EQ(large.stats.facetCount, 0);
+}
+
+// What is counted of such a file ends anywhere, also right before a line feed or between the two bytes of a
+// line's end.
+TEST(Sizes, BeyondFourGiBTheFirstBytesOfAnAsciiFileAreCounted)
+{
+    const TemporaryFolder folder;
+    const std::string unixText = "solid\n" + asciiFacet({"0 0 1", "1 2 3", "5 2 3", "1 10 19"}) +
+                                 asciiFacet({"0 1 0", "1 2 3", "5 2 3", "1 10 19"}) + "endsolid\n";
+    for (const std::string &text : {unixText, withCarriageReturns(unixText)}) {
+        makeSparse("large.stl", text, twoGiB * 2);
+        for (std::uintmax_t counted = 0; counted <= text.size(); ++counted) {
+            fs::resize_file("large.stl", twoGiB * 2 + counted);
+            const LoadedMesh mesh("large.stl");
+            plain::Mesh twin;
+            plain::initialize(twin, "large.stl");
+            ASSERT_EQ(mesh.stats.facetCount, twin.stats.facetCount) << counted;
+        }
+    }
 }
 
 TEST(Sizes, JustBelowTwoGiBAnAsciiFileIsReadToItsEnd)
