@@ -29,4 +29,8 @@ section "Start-up"
 folder=$(mktemp -d)
 trap 'stop_virtual_display; rm -rf "$folder"' EXIT
 start_virtual_display "$folder"
+echo "As a desktop starts it:"
+env --unset=QT_XCB_GL_INTEGRATION "$programs/bench_StartUp"
+echo
+echo "Without the OpenGL libraries, which Qt loads for every program and no window here uses:"
 "$programs/bench_StartUp"
