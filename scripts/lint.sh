@@ -11,6 +11,13 @@ cd "$root"
 
 mapfile -t scripts < <(git ls-files --cached --others --exclude-standard -- '*.sh' .ci/run scripts/hooks)
 shellcheck --external-sources --source-path=SCRIPTDIR --source-path="$root" "${scripts[@]}"
+for script in "${scripts[@]}"; do
+    # Those in lib are sourced, those of the tests are given to bash.
+    if [[ $script == scripts/* && $script != scripts/lib/* && $(head -c 2 "$script") == '#!' && ! -x $script ]]; then
+        echo "$script cannot be called: it is not executable." >&2
+        exit 1
+    fi
+done
 echo "Scripts: ${#scripts[@]} files are in order."
 [[ ${1-} != --scripts-only ]] || exit 0
 
