@@ -42,7 +42,7 @@ void StlTextWriter::writePoint(std::string_view before, double x, double y, doub
                                NumberWriter writeNumber)
 {
     write(before);
-    char *const start = room(3 * (stlMaxNumberText + 1));
+    char *const start = room(std::size_t{3} * (stlMaxNumberText + 1));
     char *end = start;
     for (const double value : {x, y, z}) {
         end = writeNumber(end, value);

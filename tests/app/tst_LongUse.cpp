@@ -117,7 +117,8 @@ void tst_LongUse::runsGiveBackWhatTheyTake()
         QCOMPARE(now.objects, before.objects);
         std::printf("%d runs succeeded, %d were refused; memory in use went from %zu to %zu bytes\n",
                     succeeded, refused, before.memory, now.memory);
-        constexpr std::size_t noise = 200 * 1024; // Qt's caches, which fill as texts and boxes vary
+        constexpr std::size_t noise =
+            std::size_t{200} * 1024; // Qt's caches, which fill as texts and boxes vary
         if (memoryCanBeMeasured)
             QVERIFY(now.memory < before.memory + noise);
     }

@@ -7,6 +7,7 @@
 #include "tests/corpus/RoadOptions.h"
 #include "tests/corpus/Verdict.h"
 #include "tests/support/PlainRoad.h"
+#include "tests/support/SameBytes.h"
 #include "tests/support/TextFile.h"
 #include "transform/MeshTransformer.h"
 
@@ -112,15 +113,14 @@ ReadingOutcome readWithTwin(plain::Mesh &mesh)
 
 bool identical(const StlVertex &a, const plain::Vertex &b)
 {
-    static_assert(sizeof a == sizeof b, "both are three floats");
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    return sameBytes(a, b); // both are three floats
 }
 
 bool identical(const StlFacet &a, const plain::Facet &b)
 {
     return identical(a.normal, b.normal) && identical(a.vertex[0], b.corner[0]) &&
            identical(a.vertex[1], b.corner[1]) && identical(a.vertex[2], b.corner[2]) &&
-           std::memcmp(a.attribute, b.attribute, sizeof a.attribute) == 0;
+           sameBytes(a.attribute, b.attribute);
 }
 
 // Of computed values: a NaN is a NaN, whichever sign the processor gives it.
@@ -138,8 +138,7 @@ bool same(const StlVertex &a, const plain::Vertex &b)
 void compareStatistics(Verdict &verdict, const StlStats &a, const plain::Stats &b)
 {
     verdict.expectSame(a.type == ascii, b.isAscii, "type");
-    verdict.expect(b.isAscii ? std::strcmp(a.header, b.header) == 0
-                             : std::memcmp(a.header, b.header, sizeof a.header) == 0,
+    verdict.expect(b.isAscii ? std::strcmp(a.header, b.header) == 0 : sameBytes(a.header, b.header),
                    "header");
     verdict.expectSame(a.header[80], '\0', "end of the header");
     verdict.expectSame(a.facetCount, b.facetCount, "facetCount");
@@ -322,8 +321,7 @@ void checkReading(Verdict &verdict, const std::string &word)
     double value = 1234.5;
     const bool isNumber = std::sscanf(word.c_str(), "%lf", &expected) == 1;
     verdict.expectSame(stlReadNumber(word, value), isNumber, "a word is a number");
-    verdict.expect(std::memcmp(&value, &expected, sizeof value) == 0 ||
-                       (std::isnan(value) && std::isnan(expected)),
+    verdict.expect(sameBytes(value, expected) || (std::isnan(value) && std::isnan(expected)),
                    "the value of a word");
 }
 

@@ -5,6 +5,7 @@
 
 #include "stl/StlFixedNumber.h"
 #include "stl/StlNumberText.h"
+#include "tests/support/SameBytes.h"
 
 #include <cinttypes>
 #include <cstdio>
@@ -73,13 +74,12 @@ private:
         double expected = 0.0;
         double read = 0.0;
         const bool expectedRead = std::sscanf(text, "%lf", &expected) == 1;
-        if (stlReadNumber({text + blank, length - blank}, read) != expectedRead ||
-            std::memcmp(&read, &expected, sizeof read) != 0)
+        if (stlReadNumber({text + blank, length - blank}, read) != expectedRead || !sameBytes(read, expected))
             mismatch(bits, "read");
         double fixed = 0.0;
         if (length != stlFixedNumberSize || !stlReadFixedNumber(text, fixed))
             ++m_declinedReading;
-        else if (std::memcmp(&fixed, &expected, sizeof fixed) != 0)
+        else if (!sameBytes(fixed, expected))
             mismatch(bits, "read in the fixed form");
     }
 

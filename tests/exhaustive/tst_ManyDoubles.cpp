@@ -126,8 +126,8 @@ void runTies(Comparison &comparison, std::mt19937_64 &random, std::uint64_t coun
         comparison.run(tenDigits * 1000.0);
         comparison.run(tenDigits / 2.0);
         comparison.run(tenDigits / 1024.0);
-        const double eighths =
-            static_cast<double>(digits(random) / 100) + 0.125 * static_cast<double>(random() % 8);
+        const std::uint64_t whole = digits(random) / 100;
+        const double eighths = static_cast<double>(whole) + 0.125 * static_cast<double>(random() % 8);
         withNeighbours(comparison, eighths);
     }
 }

@@ -108,6 +108,7 @@ std::FILE *openFaulty(const char *path, const char *mode)
     const int descriptor = open(path, flagsOf(mode), 0666);
     if (descriptor < 0)
         return nullptr;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the cookie is the descriptor itself.
     void *device = reinterpret_cast<void *>(static_cast<std::intptr_t>(descriptor));
     std::FILE *stream = fopencookie(device, mode, {readDevice, writeDevice, seekDevice, closeDevice});
     std::setvbuf(stream, tinyBuffers[descriptor % mostStreams], _IOFBF, tinyBufferSize);

@@ -7,6 +7,7 @@
 #include "tests/support/DyingProcess.h"
 #include "tests/support/MeshFiles.h"
 #include "tests/support/PlainRoad.h"
+#include "tests/support/SameBytes.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
 
@@ -149,8 +150,8 @@ TEST(Sizes, ABinaryFileThatShrinksWhileItIsReadRepeatsItsLastFacet)
     mesh.load();
     ASSERT_EQ(mesh.stats.facetCount, 1000);
     for (const int facet : {10, 11, 999})
-        EXPECT_EQ(std::memcmp(&mesh.facets[facet], &mesh.facets[9], sizeof(StlFacet)), 0) << facet;
-    EXPECT_NE(std::memcmp(&mesh.facets[9], &mesh.facets[8], sizeof(StlFacet)), 0);
+        EXPECT_TRUE(sameBytes(mesh.facets[facet], mesh.facets[9])) << facet;
+    EXPECT_FALSE(sameBytes(mesh.facets[9], mesh.facets[8]));
 }
 
 // How much is still read depends on what the stream has read ahead.
@@ -167,7 +168,7 @@ TEST(Sizes, AnAsciiFileThatShrinksWhileItIsReadRepeatsItsLastFacet)
     ASSERT_EQ(mesh.stats.facetCount, 1000);
     EXPECT_LT(mesh.facets[999].vertex[2].x, 999.0F);
     for (int facet = 900; facet < 999; ++facet)
-        EXPECT_EQ(std::memcmp(&mesh.facets[facet], &mesh.facets[999], sizeof(StlFacet)), 0) << facet;
+        EXPECT_TRUE(sameBytes(mesh.facets[facet], mesh.facets[999])) << facet;
 }
 
 // The smallest lines that count: five bytes each, seven a facet.

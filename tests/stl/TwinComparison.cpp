@@ -4,6 +4,7 @@
 #include "stl/StlReader.h"
 #include "stl/StlWriter.h"
 #include "tests/support/DyingProcess.h"
+#include "tests/support/SameBytes.h"
 #include "tests/support/TextFile.h"
 
 #include <cmath>
@@ -48,7 +49,7 @@ void expectSameStatistics(const StlStats &a, const plain::Stats &b)
     if (b.isAscii)
         EXPECT_STREQ(a.header, b.header);
     else
-        EXPECT_EQ(std::memcmp(a.header, b.header, sizeof a.header), 0);
+        EXPECT_TRUE(sameBytes(a.header, b.header));
     EXPECT_EQ(a.header[80], '\0');
     EXPECT_EQ(a.facetCount, b.facetCount);
     EXPECT_EQ(a.initialFacetCount, b.initialFacetCount);

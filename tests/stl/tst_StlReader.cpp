@@ -28,13 +28,14 @@ constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 
 class StlReader : public ::testing::Test {
-protected:
+public:
     ~StlReader() override
     {
         closeFile();
         stl_release_facets(mesh);
     }
 
+protected:
     void closeFile()
     {
         if (mesh.file != nullptr)
@@ -294,8 +295,9 @@ TEST_F(StlReader, AFileThatCannotBeOpenedEndsTheProcess)
             outcomeOf([this, &path = path] { stl_initialize(mesh, path.c_str()); });
         EXPECT_TRUE(outcome.exited);
         EXPECT_EQ(outcome.status, 1);
-        EXPECT_EQ(outcome.standardError,
-                  "stl_initialize: Couldn't open " + path + " for reading: " + reason + "\n");
+        std::string line = "stl_initialize: Couldn't open ";
+        line.append(path).append(" for reading: ").append(reason).append("\n");
+        EXPECT_EQ(outcome.standardError, line);
     }
 }
 

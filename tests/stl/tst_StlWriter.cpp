@@ -150,8 +150,9 @@ TEST_F(StlWriter, AFileThatCannotBeOpenedEndsTheProcess)
             outcomeOf([&mesh, &path = path] { stl_write_ascii(mesh, path.c_str()); });
         EXPECT_TRUE(outcome.exited);
         EXPECT_EQ(outcome.status, 1);
-        EXPECT_EQ(outcome.standardError,
-                  "stl_write_ascii: Couldn't open " + path + " for writing: " + reason + "\n");
+        std::string line = "stl_write_ascii: Couldn't open ";
+        line.append(path).append(" for writing: ").append(reason).append("\n");
+        EXPECT_EQ(outcome.standardError, line);
     }
 }
 
