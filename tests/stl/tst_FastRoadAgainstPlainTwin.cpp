@@ -429,7 +429,8 @@ std::string asciiInput(OddMeshText &odd)
     if (odd.oneIn(3)) {
         const std::size_t at = static_cast<std::size_t>(odd.below(static_cast<int>(text.size())));
         // A byte above 127 near the start would make the file a binary one.
-        odd.oneIn(2) ? text.insert(at, 1, oneOf(odd, strayBytes) & 0x7F) : text.erase(at, 1);
+        odd.oneIn(2) ? text.insert(at, 1, static_cast<char>(oneOf(odd, strayBytes) & 0x7F))
+                     : text.erase(at, 1);
     }
     return text + (odd.oneIn(2) ? linesFor(static_cast<std::size_t>(odd.below(4))) : "");
 }
@@ -456,9 +457,9 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneByteOfAFacetChangedAreReadAlike)
     for (std::size_t at = 0; at < facet.size() && !failed(); ++at) {
         for (const char byte : fewBytes) {
             SCOPED_TRACE("byte " + std::to_string(at));
-            std::string changed = facet;
-            changed[at] = byte;
-            meshes.readAndCompare(before + changed + after);
+            std::string text = before;
+            text.append(facet).append(after)[before.size() + at] = byte;
+            meshes.readAndCompare(text);
         }
     }
     EXPECT_EQ(meshes.filesRead(), 2840);

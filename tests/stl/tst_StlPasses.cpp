@@ -444,7 +444,8 @@ TEST(StlPasses, AnOutputThatIsFullIsAFailure)
     std::string large = label;
     for (int i = 0; i < 10000; ++i)
         large += facet;
-    for (const std::string &text : {label + facet + endLine, label, large}) {
+    const std::string small = label + facet + endLine;
+    for (const std::string &text : {small, label, large}) {
         SCOPED_TRACE(text.size());
         const Stream in = streamOf(text);
         const Stream out = openStream("/dev/full", "w");
@@ -657,9 +658,10 @@ TEST(StlPasses, MatricesInUseTurnCornersAndNormalsInTheOrderXYZ)
         arguments.rotY = row.rotY;
         arguments.rotZ = row.rotZ;
         const std::string zeros = "      vertex  0.00000000E+00  0.00000000E+00  0.00000000E+00\n";
-        EXPECT_EQ(rewriteOf(turnable("  1   2 3"), arguments).output,
-                  std::string("label\n  facet normal ") + row.point + "outer\n      vertex " + row.point +
-                      zeros + zeros + "endloop\nendfacet\n");
+        std::string expected = "label\n  facet normal ";
+        expected.append(row.point).append("outer\n      vertex ").append(row.point);
+        expected.append(zeros).append(zeros).append("endloop\nendfacet\n");
+        EXPECT_EQ(rewriteOf(turnable("  1   2 3"), arguments).output, expected);
     }
 }
 
