@@ -1,13 +1,18 @@
 #include "tests/support/qt/QtTestMain.h"
+#include "tests/widgets/FieldLists.h"
 #include "tests/widgets/FieldUnderTest.h"
 #include "widgets/LineEditCustom.h"
 
+#include <QApplication>
 #include <QMetaMethod>
+#include <QProxyStyle>
 #include <QSignalSpy>
 #include <QStyle>
+#include <QStyleFactory>
 #include <QtTest>
 
 #include <memory>
+#include <type_traits>
 
 namespace {
 
@@ -27,12 +32,95 @@ QImage scaledIcon(const QString &resource, int height)
     return QPixmap(resource).scaled(20, height, Qt::KeepAspectRatio, Qt::FastTransformation).toImage();
 }
 
-QPoint iconPlace(const LineEditCustom &field, const QLabel &icon)
+int frameOf(const LineEditCustom &field)
+{
+    return field.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &field);
+}
+
+QString paddingStyleSheet(const FieldUnderTest &f, int frame)
+{
+    const int padding = f.icon->sizeHint().width() + frame + 1;
+    return "QLineEdit { padding-right: " + QString::number(padding) + "px; } ";
+}
+
+QSize leastSize(FieldUnderTest &f, int frame)
+{
+    // The size hints as they were before the text margins were widened.
+    QLineEdit reference(&f.host);
+    reference.setStyleSheet(f.field.styleSheet());
+    const QSize hint = reference.minimumSizeHint();
+    const int height = f.icon->sizeHint().height() + 2 * frame + 2;
+    return {qMax(hint.width(), height), qMax(hint.height(), height)};
+}
+
+QPoint iconPlace(const LineEditCustom &field, const QLabel &icon, int frame)
 {
     const QSize size = icon.sizeHint();
-    const int frame = field.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &field);
     return {field.rect().right() - frame - size.width(), (field.rect().bottom() - size.height()) / 2};
 }
+
+QPoint iconPlace(const LineEditCustom &field, const QLabel &icon)
+{
+    return iconPlace(field, icon, frameOf(field));
+}
+
+// While it lives, frames are seven pixels wide.
+class WideFrames {
+public:
+    WideFrames() { QApplication::setStyle(new Style); }
+    ~WideFrames() { QApplication::setStyle(QStyleFactory::create("fusion")); }
+    WideFrames(const WideFrames &) = delete;
+    WideFrames &operator=(const WideFrames &) = delete;
+
+private:
+    class Style : public QProxyStyle {
+    public:
+        Style()
+            : QProxyStyle("fusion")
+        {}
+        int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
+        {
+            return metric == PM_DefaultFrameWidth ? 7 : QProxyStyle::pixelMetric(metric, option, widget);
+        }
+    };
+};
+
+// While it lives, labels have a large font.
+class LargeLabels {
+public:
+    LargeLabels()
+    {
+        QFont large = m_plain;
+        large.setPointSize(60);
+        QApplication::setFont(large, "QLabel");
+    }
+    ~LargeLabels() { QApplication::setFont(m_plain, "QLabel"); }
+    LargeLabels(const LargeLabels &) = delete;
+    LargeLabels &operator=(const LargeLabels &) = delete;
+
+private:
+    const QFont m_plain = QApplication::font("QLabel");
+};
+
+// The field follows its size and leaves every other event to the line edit.
+struct HandlersOfAField : LineEditCustom {
+    template <typename Handler, typename Owner, typename Event>
+    static constexpr bool is = std::is_same_v<Handler, void (Owner::*)(Event *)>;
+
+    static_assert(is<decltype(&HandlersOfAField::resizeEvent), LineEditCustom, QResizeEvent>);
+    static_assert(is<decltype(&HandlersOfAField::keyPressEvent), QLineEdit, QKeyEvent>);
+    static_assert(is<decltype(&HandlersOfAField::changeEvent), QLineEdit, QEvent>);
+    static_assert(is<decltype(&HandlersOfAField::paintEvent), QLineEdit, QPaintEvent>);
+    static_assert(is<decltype(&HandlersOfAField::focusInEvent), QLineEdit, QFocusEvent>);
+    static_assert(is<decltype(&HandlersOfAField::focusOutEvent), QLineEdit, QFocusEvent>);
+    static_assert(is<decltype(&HandlersOfAField::mousePressEvent), QLineEdit, QMouseEvent>);
+    static_assert(is<decltype(&HandlersOfAField::dropEvent), QLineEdit, QDropEvent>);
+    static_assert(is<decltype(&HandlersOfAField::showEvent), QWidget, QShowEvent>);
+    static_assert(is<decltype(&HandlersOfAField::hideEvent), QWidget, QHideEvent>);
+    static_assert(std::is_same_v<decltype(&HandlersOfAField::event), bool (QLineEdit::*)(QEvent *)>);
+    static_assert(std::is_same_v<decltype(&HandlersOfAField::sizeHint), QSize (QLineEdit::*)() const>);
+    static_assert(std::is_same_v<decltype(&HandlersOfAField::minimumSizeHint), QSize (QLineEdit::*)() const>);
+};
 
 // A field that warns by itself.
 class WarningField : public LineEditCustom {
@@ -60,10 +148,15 @@ class tst_LineEditCustom : public QObject {
 private slots:
     void metaObjectHasTwoSlotsInOrderAndNothingElse();
     void policyCodesAreFixed();
+    void policiesAreKeptAsDecimalTextsInTheOrderTheyCame();
+    void everyPolicyButOneCanBeAdded();
+    void invalidValuesAreKeptAsDecimalTextsEvenTwice();
 
     void newFieldIsEmptyAndShowsNoIcon();
     void newFieldHasItsStyleSheets();
     void newFieldHasItsMinimumSize();
+    void iconHeightBoundsTheWidthToo();
+    void frameWidthIsThatOfTheStyle();
     void newFieldKeepsTwelvePixelsAtItsRight();
     void iconHasTheArrowCursor();
 
@@ -147,6 +240,40 @@ void tst_LineEditCustom::policyCodesAreFixed()
         QCOMPARE(codes.at(code), code);
 }
 
+void tst_LineEditCustom::policiesAreKeptAsDecimalTextsInTheOrderTheyCame()
+{
+    FieldUnderTest f;
+    QCOMPARE(policiesOf(f.field), QStringList());
+    for (const int code : {PolicyMaximum, PolicyNumber, PolicyInvalidValues, PolicyNumber, PolicyMaximum})
+        f.field.addPolicy(code);
+    QCOMPARE(policiesOf(f.field), QStringList({"13", "1", "6"}));
+    for (const int refused : {int(PolicyKeepFullPath), 14, -1, 1000})
+        f.field.addPolicy(refused);
+    QCOMPARE(policiesOf(f.field), QStringList({"13", "1", "6"}));
+    f.field.addPolicy(PolicyNone);
+    QCOMPARE(policiesOf(f.field), QStringList());
+}
+
+void tst_LineEditCustom::everyPolicyButOneCanBeAdded()
+{
+    FieldUnderTest f;
+    for (int code = PolicyNumber; code <= PolicyMaximum; ++code)
+        f.field.addPolicy(code);
+    QCOMPARE(policiesOf(f.field),
+             QStringList({"1", "2", "3", "4", "5", "6", "8", "9", "10", "11", "12", "13"}));
+}
+
+void tst_LineEditCustom::invalidValuesAreKeptAsDecimalTextsEvenTwice()
+{
+    FieldUnderTest f;
+    f.field.addInvalidValue(0, false);
+    f.field.addInvalidValue(-12, false);
+    f.field.addInvalidValue(0, false);
+    QCOMPARE(invalidValuesOf(f.field), QStringList({"0", "-12", "0"}));
+    f.field.addInvalidValue(7, true);
+    QCOMPARE(invalidValuesOf(f.field), QStringList{"7"});
+}
+
 void tst_LineEditCustom::newFieldIsEmptyAndShowsNoIcon()
 {
     FieldUnderTest f;
@@ -166,21 +293,36 @@ void tst_LineEditCustom::newFieldHasItsStyleSheets()
 {
     FieldUnderTest f;
     QCOMPARE(f.icon->styleSheet(), QString("QLabel { border: none; padding: 0px; }"));
-    const int frame = f.field.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &f.field);
-    const int padding = f.icon->sizeHint().width() + frame + 1;
-    QCOMPARE(f.field.styleSheet(), "QLineEdit { padding-right: " + QString::number(padding) + "px; } ");
+    QCOMPARE(f.field.styleSheet(), paddingStyleSheet(f, frameOf(f.field)));
 }
 
 void tst_LineEditCustom::newFieldHasItsMinimumSize()
 {
     FieldUnderTest f;
-    // The size hints as they were before the text margins were widened.
-    QLineEdit reference(&f.host);
-    reference.setStyleSheet(f.field.styleSheet());
-    const QSize hint = reference.minimumSizeHint();
-    const int frame = f.field.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &f.field);
-    const int height = f.icon->sizeHint().height() + 2 * frame + 2;
-    QCOMPARE(f.field.minimumSize(), QSize(qMax(hint.width(), height), qMax(hint.height(), height)));
+    QCOMPARE(f.field.minimumSize(), leastSize(f, frameOf(f.field)));
+}
+
+void tst_LineEditCustom::iconHeightBoundsTheWidthToo()
+{
+    const LargeLabels labels;
+    FieldUnderTest f;
+    const int height = f.icon->sizeHint().height() + 2 * frameOf(f.field) + 2;
+    QVERIFY(height > f.field.minimumSizeHint().width());
+    QCOMPARE(f.field.minimumSize(), QSize(height, height));
+}
+
+void tst_LineEditCustom::frameWidthIsThatOfTheStyle()
+{
+    const WideFrames frames;
+    const LargeLabels labels; // so that the least size is the icon's, not the text's
+    FieldUnderTest f;
+    QCOMPARE(frameOf(f.field), 7);
+    QCOMPARE(f.field.styleSheet(), paddingStyleSheet(f, 7));
+    QCOMPARE(f.field.minimumSize(), leastSize(f, 7));
+    makeScaleField(f.field);
+    f.field.resize(200, 150);
+    f.field.setText("abc");
+    QCOMPARE(f.icon->pos(), iconPlace(f.field, *f.icon, 7));
 }
 
 void tst_LineEditCustom::newFieldKeepsTwelvePixelsAtItsRight()

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QSignalSpy>
+#include <QTimer>
 #include <QtTest>
 
 #include <memory>
@@ -38,6 +39,8 @@ private slots:
 
     void cancelledOpenKeepsTheText();
     void cancelledSaveKeepsTheText();
+    void cancelledDialogPutsTheTextBack_data();
+    void cancelledDialogPutsTheTextBack();
     void choiceStartsACheckRun();
 
 private:
@@ -244,6 +247,29 @@ void tst_LineEditFileDialogs::cancelledSaveKeepsTheText()
     f.field.browseSaveFile(".stl", filter, "stl");
     QCOMPARE(driver.dialogs().size(), 1);
     QCOMPARE(f.field.text(), QString("no suffix"));
+}
+
+void tst_LineEditFileDialogs::cancelledDialogPutsTheTextBack_data()
+{
+    QTest::addColumn<bool>("saves");
+    QTest::newRow("open") << false;
+    QTest::newRow("save") << true;
+}
+
+void tst_LineEditFileDialogs::cancelledDialogPutsTheTextBack()
+{
+    QFETCH(bool, saves);
+    FieldUnderTest f;
+    f.field.setText("kept");
+    const QSignalSpy changes(&f.field, &QLineEdit::textChanged);
+    FileDialogDriver driver("");
+    QTimer::singleShot(0, &f.field, [&f] { f.field.setText("meanwhile"); });
+    if (saves)
+        f.field.browseSaveFile(".stl", filter, "stl");
+    else
+        f.field.browseOpenFile(filter, "Open Input File");
+    QCOMPARE(changes, QList<QVariantList>({{"meanwhile"}, {"kept"}}));
+    QCOMPARE(f.field.text(), QString("kept"));
 }
 
 void tst_LineEditFileDialogs::choiceStartsACheckRun()
