@@ -2,16 +2,20 @@
 #include "tests/app/WindowUnderTest.h"
 #include "tests/support/qt/FileDialogDriver.h"
 #include "tests/support/qt/MessageBoxRecorder.h"
+#include "tests/support/qt/PrivateMember.h"
 #include "tests/support/qt/QtTestMain.h"
 #include "tests/support/qt/WorkingFolder.h"
+#include "tests/widgets/FieldLists.h"
 #include "transform/MeshvaneLog.h"
 #include "widgets/LineEditCustom.h"
 
 #include <QMetaMethod>
+#include <QRegExp>
 #include <QTimer>
 #include <QtTest>
 
 #include <memory>
+#include <type_traits>
 
 namespace {
 
@@ -48,7 +52,75 @@ const SlotRow windowSlots[] = {
     {"showAbout()", nullptr},
 };
 
+// How a connection was made: by the texts of signal and slot, or by pointers to the members.
+enum ConnectionForm { byText, byMember };
+
+struct Connection {
+    const char *sender;
+    const char *signal;
+    const char *slot;
+    ConnectionForm form;
+};
+
+const Connection connections[] = {
+    {"chbXSet0", SIGNAL(toggled(bool)), SLOT(slotChbXSet0(bool)), byText},
+    {"chbYSet0", SIGNAL(toggled(bool)), SLOT(slotChbYSet0(bool)), byText},
+    {"chbZSet0", SIGNAL(toggled(bool)), SLOT(slotChbZSet0(bool)), byText},
+    {"chbXsameY", SIGNAL(toggled(bool)), SLOT(slotChbXSameY(bool)), byText},
+    {"chbXsameZ", SIGNAL(toggled(bool)), SLOT(slotChbXSameZ(bool)), byText},
+    {"chbYsameX", SIGNAL(toggled(bool)), SLOT(slotChbYSameX(bool)), byText},
+    {"chbYsameZ", SIGNAL(toggled(bool)), SLOT(slotChbYSameZ(bool)), byText},
+    {"chbZsameX", SIGNAL(toggled(bool)), SLOT(slotChbZSameX(bool)), byText},
+    {"chbZsameY", SIGNAL(toggled(bool)), SLOT(slotChbZSameY(bool)), byText},
+    {"chbRotateX", SIGNAL(toggled(bool)), SLOT(slotChbRotateX(bool)), byText},
+    {"chbRotateY", SIGNAL(toggled(bool)), SLOT(slotChbRotateY(bool)), byText},
+    {"chbRotateZ", SIGNAL(toggled(bool)), SLOT(slotChbRotateZ(bool)), byText},
+    {"chbXSetL", SIGNAL(toggled(bool)), SLOT(slotChbXSetL(bool)), byText},
+    {"chbYSetL", SIGNAL(toggled(bool)), SLOT(slotChbYSetL(bool)), byText},
+    {"chbZSetL", SIGNAL(toggled(bool)), SLOT(slotChbZSetL(bool)), byText},
+    {"edtXScale", SIGNAL(textChanged(QString)), SLOT(slotEdtXScale(QString)), byText},
+    {"edtYScale", SIGNAL(textChanged(QString)), SLOT(slotEdtYScale(QString)), byText},
+    {"edtZScale", SIGNAL(textChanged(QString)), SLOT(slotEdtZScale(QString)), byText},
+    {"btnViewLog", SIGNAL(clicked()), SLOT(slotViewLog()), byText},
+    {"fileOpenAction", SIGNAL(triggered(bool)), SLOT(slotGetInputFile()), byMember},
+    {"fileRunAction", SIGNAL(triggered(bool)), SLOT(slotCalc()), byMember},
+    {"fileResetAction", SIGNAL(triggered(bool)), SLOT(slotClearVals()), byMember},
+    {"fileViewLogAction", SIGNAL(triggered(bool)), SLOT(slotViewLog()), byMember},
+    {"fileExitAction", SIGNAL(triggered(bool)), SLOT(close()), byMember},
+    {"buttonBox", SIGNAL(clicked(QAbstractButton *)), SLOT(handleButtonBox(QAbstractButton *)), byMember},
+    {"btnBrowseIn", SIGNAL(clicked()), SLOT(slotGetInputFile()), byText},
+    {"btnBrowseOut", SIGNAL(clicked()), SLOT(slotGetOutputFile()), byText},
+    {"actionAbout_Meshvane", SIGNAL(triggered(bool)), SLOT(showAbout()), byMember},
+};
+
+// The window handles no event itself.
+struct HandlersOfTheWindow : MeshvaneMainWindow {
+    template <typename Handler, typename Event>
+    static constexpr bool isPlain = std::is_same_v<Handler, void (QWidget::*)(Event *)>;
+
+    static_assert(isPlain<decltype(&HandlersOfTheWindow::closeEvent), QCloseEvent>);
+    static_assert(isPlain<decltype(&HandlersOfTheWindow::keyPressEvent), QKeyEvent>);
+    static_assert(isPlain<decltype(&HandlersOfTheWindow::keyReleaseEvent), QKeyEvent>);
+    static_assert(isPlain<decltype(&HandlersOfTheWindow::resizeEvent), QResizeEvent>);
+    static_assert(isPlain<decltype(&HandlersOfTheWindow::moveEvent), QMoveEvent>);
+    static_assert(isPlain<decltype(&HandlersOfTheWindow::showEvent), QShowEvent>);
+    static_assert(isPlain<decltype(&HandlersOfTheWindow::hideEvent), QHideEvent>);
+    static_assert(isPlain<decltype(&HandlersOfTheWindow::changeEvent), QEvent>);
+    static_assert(isPlain<decltype(&HandlersOfTheWindow::mousePressEvent), QMouseEvent>);
+    static_assert(isPlain<decltype(&HandlersOfTheWindow::dragEnterEvent), QDragEnterEvent>);
+    static_assert(isPlain<decltype(&HandlersOfTheWindow::dropEvent), QDropEvent>);
+    static_assert(std::is_same_v<decltype(&HandlersOfTheWindow::event), bool (QMainWindow::*)(QEvent *)>);
+    static_assert(
+        std::is_same_v<decltype(&HandlersOfTheWindow::eventFilter), bool (QObject::*)(QObject *, QEvent *)>);
+};
+
 } // namespace
+
+struct NumberRegExp {
+    using Pointer = QRegExp *MeshvaneMainWindow::*;
+    friend Pointer pointerTo(NumberRegExp);
+};
+template struct PrivateMember<NumberRegExp, &MeshvaneMainWindow::numberRegExp>;
 
 class tst_MainWindow : public QObject {
     Q_OBJECT
@@ -62,7 +134,10 @@ private slots:
     void statusMessageHasNoTimeOut();
     void windowHasTheSizeOfItsMinimumHint();
     void runButtonIsTheApplyButton();
+    void numberExpressionIsKeptAsItWasWritten();
 
+    void connectionsHaveTheirForm_data();
+    void connectionsHaveTheirForm();
     void boxTogglesReachTheirSlots_data();
     void boxTogglesReachTheirSlots();
     void scaleChangesReachTheirSlots_data();
@@ -76,6 +151,8 @@ private slots:
 
     void fieldMessages_data();
     void fieldMessages();
+    void fieldChecks_data();
+    void fieldChecks();
     void otherFieldsHaveNoPolicy_data();
     void otherFieldsHaveNoPolicy();
 
@@ -156,6 +233,37 @@ void tst_MainWindow::runButtonIsTheApplyButton()
     const QDialogButtonBox plain(QDialogButtonBox::Apply | QDialogButtonBox::Reset | QDialogButtonBox::Close);
     for (const auto which : {QDialogButtonBox::Reset, QDialogButtonBox::Close})
         QCOMPARE(m->standardButton(which)->text(), plain.button(which)->text());
+}
+
+void tst_MainWindow::numberExpressionIsKeptAsItWasWritten()
+{
+    const QRegExp *expression = m->window.*pointerTo(NumberRegExp{});
+    QVERIFY(expression);
+    QCOMPARE(expression->pattern(), QString("/-?/d* | /-?/d*//.//d+ | /-?/d+//.//d*"));
+    QCOMPARE(expression->caseSensitivity(), Qt::CaseSensitive);
+    QCOMPARE(expression->patternSyntax(), QRegExp::RegExp);
+    QVERIFY(!expression->isMinimal());
+}
+
+void tst_MainWindow::connectionsHaveTheirForm_data()
+{
+    QTest::addColumn<int>("index");
+    for (int index = 0; index < int(std::size(connections)); ++index)
+        QTest::newRow(connections[index].sender) << index;
+}
+
+void tst_MainWindow::connectionsHaveTheirForm()
+{
+    QFETCH(int, index);
+    const Connection &connection = connections[index];
+    const QByteArray slot = QMetaObject::normalizedSignature(connection.slot + 1);
+    QVERIFY(m->window.metaObject()->indexOfSlot(slot) >= 0);
+    QObject *sender = m->find<QObject>(connection.sender);
+    // The text of a slot finds no connection that was made by member.
+    QCOMPARE(QObject::disconnect(sender, connection.signal, &m->window, connection.slot),
+             connection.form == byText);
+    QCOMPARE(QObject::disconnect(sender, connection.signal, &m->window, nullptr),
+             connection.form == byMember);
 }
 
 // Each row: a box, and one widget whose state shows that the box's own slot has run.
@@ -323,6 +431,32 @@ void tst_MainWindow::fieldMessages()
     m->enter(field, "1");
     m->enter(field, text);
     QCOMPARE(m->iconToolTip(field), tip);
+}
+
+void tst_MainWindow::fieldChecks_data()
+{
+    QTest::addColumn<QStringList>("policies");
+    QTest::addColumn<QStringList>("invalidValues");
+    for (const QString &name : fieldNames()) {
+        QTestData &row = QTest::newRow(qPrintable(name));
+        if (name == "edtFileIn")
+            row << QStringList{"9", "2"} << QStringList();
+        else if (name == "edtFileOut")
+            row << QStringList{"10", "2"} << QStringList();
+        else if (name.endsWith("Scale"))
+            row << QStringList{"6", "1"} << QStringList{"0"};
+        else
+            row << QStringList() << QStringList();
+    }
+}
+
+void tst_MainWindow::fieldChecks()
+{
+    QFETCH(QStringList, policies);
+    QFETCH(QStringList, invalidValues);
+    const LineEditCustom *field = m->find<LineEditCustom>(QTest::currentDataTag());
+    QCOMPARE(policiesOf(*field), policies);
+    QCOMPARE(invalidValuesOf(*field), invalidValues);
 }
 
 void tst_MainWindow::otherFieldsHaveNoPolicy_data()

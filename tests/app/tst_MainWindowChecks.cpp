@@ -58,6 +58,7 @@ private slots:
     void outputNameEqualToTheLastPartKeepsTheStoredPath();
     void typedPathIsStoredLikeAChosenOne();
     void cancelledDialogStoresTheTextOfTheField();
+    void cancelledOutputDialogStoresTheTextOfTheField();
     void latinOneNameKeepsTheStoredPath();
     void nameOutsideLatinOneReplacesTheStoredPath();
     void nameIsComparedByItsLatinOneForm();
@@ -414,6 +415,18 @@ void tst_MainWindowChecks::cancelledDialogStoresTheTextOfTheField()
     QCOMPARE(m->text("edtFileIn"), QString("in.stl"));
     m->run();
     QCOMPARE(firstCorner(m_folder->read("out.stl")), QByteArray("1.00000000E+00"));
+}
+
+void tst_MainWindowChecks::cancelledOutputDialogStoresTheTextOfTheField()
+{
+    m_folder->makeFolder("sub");
+    chooseOutput(m_folder->path("sub/out.stl"));
+    enterGoodFiles();
+    chooseOutput("");
+    QCOMPARE(m->text("edtFileOut"), QString("out.stl"));
+    QCOMPARE(messagesOfARun(), QStringList());
+    QVERIFY(m_folder->has("out.stl"));
+    QVERIFY(!m_folder->has("sub/out.stl"));
 }
 
 void tst_MainWindowChecks::latinOneNameKeepsTheStoredPath()

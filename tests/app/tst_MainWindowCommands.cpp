@@ -37,7 +37,7 @@ private slots:
     void tickedSameLengthBox();
     void sameLengthUnticksTheSetLengthBox_data() { addSameLengthBoxes(); }
     void sameLengthUnticksTheSetLengthBox();
-    void sameLengthStateIsRecordedInTheOrderOfItsSteps();
+    void boxesEnableAndDisableInTheOrderOfTheirSteps();
     void interlocksAreNoFullExclusion();
     void scaleFieldCanStayDisabled();
 
@@ -57,6 +57,8 @@ private slots:
     void resetEnablesWhatTheBoxesHadDisabled();
     void resetWithAnOriginBoxTicked();
     void resetOnAFreshFormEmitsNothing();
+    void resetWorksInTheOrderOfItsSteps_data();
+    void resetWorksInTheOrderOfItsSteps();
 
     void inputDialog();
     void outputDialog();
@@ -198,12 +200,10 @@ void tst_MainWindowCommands::sameLengthUnticksTheSetLengthBox()
     QVERIFY(!m->isTicked(box)); // the length box's own slot unticks it again
 }
 
-void tst_MainWindowCommands::sameLengthStateIsRecordedInTheOrderOfItsSteps()
+void tst_MainWindowCommands::boxesEnableAndDisableInTheOrderOfTheirSteps()
 {
     QStringList order;
-    for (const QString &name :
-         QStringList{"chbXsameY", "chbXsameZ", "chbYsameX", "chbYsameZ", "chbZsameX", "chbZsameY",
-                     "edtXScale", "edtYScale", "edtZScale", "chbXSetL", "chbYSetL", "chbZSetL"}) {
+    for (const QString &name : fieldNames() + boxNames()) {
         struct Watcher : QObject {
             Watcher(QObject *parent, QStringList &log)
                 : QObject(parent),
@@ -233,6 +233,12 @@ void tst_MainWindowCommands::sameLengthStateIsRecordedInTheOrderOfItsSteps()
          {"chbXsameY", "chbXsameZ", "chbYsameX", "chbYsameZ", "chbZsameY", "edtZScale", "chbZSetL"}},
         {"chbZsameY",
          {"chbXsameY", "chbXsameZ", "chbYsameX", "chbYsameZ", "chbZsameX", "edtZScale", "chbZSetL"}},
+        {"chbXSetL", {"edtXSetL", "chbXsameY", "chbXsameZ", "edtXScale"}},
+        {"chbYSetL", {"edtYSetL", "chbYsameX", "chbYsameZ", "edtYScale"}},
+        {"chbZSetL", {"edtZSetL", "chbZsameX", "chbZsameY", "edtZScale"}},
+        {"chbXSet0", {"edtXOffsB", "edtXOffsA"}},
+        {"chbYSet0", {"edtYOffsB", "edtYOffsA"}},
+        {"chbZSet0", {"edtZOffsB", "edtZOffsA"}},
     };
     for (const auto &row : expected) {
         for (const bool ticked : {true, false}) {
@@ -459,6 +465,50 @@ void tst_MainWindowCommands::resetOnAFreshFormEmitsNothing()
         QCOMPARE(spy->count(), 0);
 }
 
+void tst_MainWindowCommands::resetWorksInTheOrderOfItsSteps_data()
+{
+    QTest::addColumn<QStringList>("entered");
+    QTest::addColumn<QStringList>("ticked");
+    QTest::addColumn<QStringList>("expected");
+    const QStringList anglesAndLengths{"edtRotateX", "edtRotateY", "edtRotateZ",
+                                       "edtXSetL",   "edtYSetL",   "edtZSetL"};
+    const QStringList scalesAndOffsets{"edtXScale", "edtYScale", "edtZScale", "edtXOffsB", "edtYOffsB",
+                                       "edtZOffsB", "edtXOffsA", "edtYOffsA", "edtZOffsA"};
+    const QStringList angleAndLengthBoxes{"chbRotateX", "chbRotateY", "chbRotateZ",
+                                          "chbXSetL",   "chbYSetL",   "chbZSetL"};
+    const QStringList originBoxes{"chbXSet0", "chbYSet0", "chbZSet0"};
+    QTest::newRow("angle and length boxes, their fields, origin boxes")
+        << anglesAndLengths << angleAndLengthBoxes + originBoxes
+        << angleAndLengthBoxes + anglesAndLengths + originBoxes;
+    QTest::newRow("scales, offsets, angles and lengths")
+        << scalesAndOffsets + anglesAndLengths << QStringList() << scalesAndOffsets + anglesAndLengths;
+    QTest::newRow("offsets before angle boxes")
+        << QStringList{"edtZOffsA"} << QStringList{"chbRotateX"} << QStringList({"edtZOffsA", "chbRotateX"});
+    QTest::newRow("origin boxes before same-length boxes")
+        << QStringList() << sameLengthBoxes + originBoxes << originBoxes + sameLengthBoxes;
+}
+
+void tst_MainWindowCommands::resetWorksInTheOrderOfItsSteps()
+{
+    QFETCH(QStringList, entered);
+    QFETCH(QStringList, ticked);
+    QFETCH(QStringList, expected);
+    for (const QString &name : qAsConst(entered))
+        m->enter(name, "7");
+    for (const QString &name : qAsConst(ticked)) {
+        m->tick(name);
+        QVERIFY(m->isTicked(name));
+    }
+    QStringList order;
+    const QObject listener;
+    for (const QString &name : fieldNames())
+        connect(m->field(name), &QLineEdit::textChanged, &listener, [&order, name] { order << name; });
+    for (const QString &name : boxNames())
+        connect(m->box(name), &QCheckBox::toggled, &listener, [&order, name] { order << name; });
+    m->reset();
+    QCOMPARE(order, expected);
+}
+
 void tst_MainWindowCommands::inputDialog()
 {
     m_folder->makeFolder("sub");
@@ -586,6 +636,8 @@ void tst_MainWindowCommands::aboutBox()
     QCOMPARE(box.title, QString("About Meshvane"));
     QCOMPARE(box.text, QString("Meshvane version: 11.0.0.s001 <br>Quillmoret Release: 11.0.0"));
     QCOMPARE(box.parent, static_cast<const QWidget *>(&m->window));
+    // With a picture it has none of the icons of messages.
+    QCOMPARE(box.icon, QMessageBox::NoIcon);
     QVERIFY(box.modal);
     QCOMPARE(box.buttonCount, 1);
 }

@@ -5,6 +5,7 @@
 #include "widgets/LineEditCustom.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QMenu>
@@ -161,6 +162,8 @@ class tst_MainWindowForm : public QObject {
     Q_OBJECT
 
 private slots:
+    // Before the first window or field is made.
+    void initTestCase() { m_iconsAtFirst = QDir(":/pixmaps").entryList(QDir::NoFilter, QDir::Name); }
     void init() { m = std::make_unique<WindowUnderTest>(); }
     void cleanup() { m.reset(); }
 
@@ -176,9 +179,13 @@ private slots:
     void boxesStretchVertically();
     void onlyAngleAndLengthFieldsAreDisabled();
     void noBoxIsTicked();
+    void fieldsAreOtherwisePlain_data();
+    void fieldsAreOtherwisePlain();
 
     void actionTexts_data();
     void actionTexts();
+    void actionsAreOtherwisePlain_data();
+    void actionsAreOtherwisePlain();
     void menus();
     void statusBarBelongsToTheWindow();
     void buttonBoxHasThreeButtons();
@@ -190,6 +197,7 @@ private slots:
     void childrenStandInTheOrderOfCreation();
     void windowIconIsThere();
     void iconsAreResources();
+    void fourIconsWereThereBeforeTheWindow();
 
     void formOnAPlainWindow();
     void formKeepsAnObjectName();
@@ -198,6 +206,7 @@ private slots:
     void retranslatingPutsBackTheDefaultsAndLeavesTheRest();
 
 private:
+    QStringList m_iconsAtFirst;
     std::unique_ptr<WindowUnderTest> m;
 };
 
@@ -358,6 +367,33 @@ void tst_MainWindowForm::noBoxIsTicked()
     }
 }
 
+void tst_MainWindowForm::fieldsAreOtherwisePlain_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const QString &name : fieldNames())
+        QTest::newRow(qPrintable(name)) << name;
+}
+
+void tst_MainWindowForm::fieldsAreOtherwisePlain()
+{
+    QFETCH(QString, name);
+    const QLineEdit *field = m->field(name);
+    QWidget host;
+    const LineEditCustom plain(&host);
+    for (const char *property : {"inputMask", "maxLength", "frame", "echoMode", "alignment", "dragEnabled",
+                                 "readOnly", "placeholderText", "cursorMoveStyle", "clearButtonEnabled",
+                                 "sizePolicy", "minimumSize", "maximumSize", "styleSheet", "focusPolicy",
+                                 "contextMenuPolicy", "acceptDrops", "layoutDirection"}) {
+        QVERIFY2(plain.property(property).isValid(), property);
+        QVERIFY2(field->property(property) == plain.property(property), property);
+    }
+    QCOMPARE(field->textMargins(), plain.textMargins());
+    QCOMPARE(field->font(), m->window.font());
+    QVERIFY(!field->validator());
+    QVERIFY(!field->completer());
+    QVERIFY(field->actions().isEmpty());
+}
+
 void tst_MainWindowForm::actionTexts_data()
 {
     QTest::addColumn<QString>("text");
@@ -376,6 +412,27 @@ void tst_MainWindowForm::actionTexts()
     QCOMPARE(action->text(), text);
     QCOMPARE(action->parent(), static_cast<QObject *>(&m->window));
     QVERIFY(!action->isCheckable());
+}
+
+void tst_MainWindowForm::actionsAreOtherwisePlain_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const QString &name : actionNames)
+        QTest::newRow(qPrintable(name)) << name;
+}
+
+void tst_MainWindowForm::actionsAreOtherwisePlain()
+{
+    QFETCH(QString, name);
+    const QAction *action = m->action(name);
+    const QAction plain(action->text());
+    QVERIFY(action->icon().isNull());
+    QVERIFY(!action->data().isValid());
+    for (const char *property : {"iconText", "whatsThis", "font", "shortcutContext", "autoRepeat", "visible",
+                                 "menuRole", "iconVisibleInMenu", "priority"}) {
+        QVERIFY2(plain.property(property).isValid(), property);
+        QVERIFY2(action->property(property) == plain.property(property), property);
+    }
 }
 
 void tst_MainWindowForm::menus()
@@ -508,6 +565,12 @@ void tst_MainWindowForm::iconsAreResources()
     QCOMPARE(QPixmap(":/pixmaps/dialog-warning22x22.png").size(), QSize(22, 22));
     QVERIFY(!QPixmap(":/pixmaps/fileopen.png").isNull());
     QVERIFY(!QPixmap(":/pixmaps/transform-scale.png").isNull());
+}
+
+void tst_MainWindowForm::fourIconsWereThereBeforeTheWindow()
+{
+    QCOMPARE(m_iconsAtFirst, QStringList({"dialog-error22x22.png", "dialog-warning22x22.png", "fileopen.png",
+                                          "transform-scale.png"}));
 }
 
 void tst_MainWindowForm::formOnAPlainWindow()
