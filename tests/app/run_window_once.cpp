@@ -2,13 +2,15 @@
 // is set that fills the window, clicks Run and closes it. What the user would have seen goes to standard
 // output.
 //
-// Arguments: "name=text" enters a text into a field, a bare name ticks a box, all in order.
+// Arguments: "name=text" enters a text into a field, a bare name ticks a box, all in order. "end with 7" does
+// nothing but end the event loop with that code.
 #include "app/MeshvaneMainWindow.h"
 #include "tests/support/qt/MessageBoxRecorder.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QDialogButtonBox>
+#include <QFontDatabase>
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
@@ -51,11 +53,23 @@ MeshvaneMainWindow *theWindow()
     return found;
 }
 
+// The font that the program would have without its own doing, in the size of the program.
+QFont systemFontOfTenPoints()
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    font.setPointSize(10);
+    return font;
+}
+
 void sayWhatStands(const MeshvaneMainWindow &window)
 {
     say("visible", window.isVisible() ? "yes" : "no");
     say("has parent", window.parent() ? "yes" : "no");
     say("title", window.windowTitle());
+    say("locale of the window", window.locale().name());
+    say("has the size of its hint", window.size() == window.minimumSizeHint() ? "yes" : "no");
+    say("font but for its size",
+        QApplication::font() == systemFontOfTenPoints() ? "the system's" : "another");
     say("font size", QString::number(QApplication::font().pointSize()));
     say("font size of labels", QString::number(QApplication::font("QLabel").pointSize()));
     say("font size of menus", QString::number(QApplication::font("QMenu").pointSize()));
@@ -80,6 +94,12 @@ void runOnce()
     MeshvaneMainWindow *window = theWindow();
     if (!window)
         std::exit(99);
+    QObject::connect(window, &QObject::destroyed,
+                     [] { say("window gone", qApp ? "before the application" : "after the application"); });
+    if (QApplication::arguments().contains("end with 7")) {
+        QApplication::exit(7);
+        return;
+    }
     sayWhatStands(*window);
     enterArguments(*window);
     MessageBoxRecorder boxes;
@@ -93,6 +113,9 @@ void driveTheApplication()
 {
     qInstallMessageHandler(sayMessage);
     say("decimal point at first", decimalPoint());
+    // A global locale without a name, so that a "C" that is found later was made by the program.
+    std::locale::global(std::locale(std::locale(), new std::numpunct<char>));
+    say("C++ locale at first", QString::fromStdString(std::locale().name()));
     QTimer::singleShot(0, qApp, runOnce);
 }
 Q_COREAPP_STARTUP_FUNCTION(driveTheApplication)

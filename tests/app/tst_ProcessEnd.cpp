@@ -97,6 +97,7 @@ private slots:
     void startUp();
     void refusedLocaleIsOnlyMentioned();
     void closingTheWindowEndsTheProgram();
+    void exitCodeIsThatOfTheEventLoop();
     void refusedFormDoesNotEndTheProgram();
 
     void inputThatCannotBeOpened();
@@ -138,10 +139,13 @@ void tst_ProcessEnd::startUp()
     QCOMPARE(outcome.value("visible"), QString("yes"));
     QCOMPARE(outcome.value("has parent"), QString("no"));
     QCOMPARE(outcome.value("title"), QString("Meshvane - Quillmoret"));
+    QCOMPARE(outcome.value("has the size of its hint"), QString("yes"));
+    QCOMPARE(outcome.value("font but for its size"), QString("the system's"));
     QCOMPARE(outcome.value("font size"), QString("10"));
     QCOMPARE(outcome.value("font size of labels"), QString("10"));
     QCOMPARE(outcome.value("font size of menus"), QString("10"));
     QCOMPARE(outcome.value("C locale"), QString("C"));
+    QCOMPARE(outcome.value("C++ locale at first"), QString("*"));
     QCOMPARE(outcome.value("C++ locale"), QString("C"));
     QCOMPARE(outcome.value("Qt locale"), QString("C"));
     QCOMPARE(outcome.value("debug message without context"), QString("(not said)"));
@@ -153,6 +157,7 @@ void tst_ProcessEnd::startUp()
 void tst_ProcessEnd::refusedLocaleIsOnlyMentioned()
 {
     const Outcome outcome = runProgram(MESHVANE_RUN_WINDOW_WITHOUT_LOCALE, files("in.stl", "out.stl"));
+    QCOMPARE(outcome.value("first C locale"), QString("all"));
     QCOMPARE(outcome.value("debug message without context"), QString("ERROR: Locale not set to classic.\n"));
     QCOMPARE(outcome.status, 0);
     QCOMPARE(m_folder->read("out.stl"), triangleOutput(untouchedCorners()));
@@ -163,6 +168,14 @@ void tst_ProcessEnd::closingTheWindowEndsTheProgram()
     const Outcome outcome = runWindow(files("in.stl", "out.stl"));
     QCOMPARE(outcome.end, QProcess::NormalExit);
     QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.value("window gone"), QString("before the application"));
+}
+
+void tst_ProcessEnd::exitCodeIsThatOfTheEventLoop()
+{
+    const Outcome outcome = runWindow({"end with 7"});
+    QCOMPARE(outcome.end, QProcess::NormalExit);
+    QCOMPARE(outcome.status, 7);
 }
 
 void tst_ProcessEnd::refusedFormDoesNotEndTheProgram()
@@ -274,6 +287,7 @@ void tst_ProcessEnd::commaLocale()
     QCOMPARE(outcome.value("decimal point at first"), QString(","));
     QCOMPARE(outcome.value("decimal point"), QString("."));
     QCOMPARE(outcome.value("Qt locale"), QString("C"));
+    QCOMPARE(outcome.value("locale of the window"), QString("C"));
     QCOMPARE(outcome.value("box"), box);
     QCOMPARE(outcome.status, 0);
     if (box != "(not said)")
