@@ -101,10 +101,11 @@ std::string freeFacet(OddMeshText &odd)
     return text + "endloop" + gap + end + "endfacet now" + end;
 }
 
+constexpr std::size_t pointStarts[] = {15, 91, 152, 213}; // in a common facet
+
 std::string facetWithOddNumber(OddMeshText &odd)
 {
     std::string facet = commonFacet(odd);
-    constexpr std::size_t pointStarts[] = {15, 91, 152, 213};
     const std::size_t at = oneOf(odd, pointStarts) + 16 * static_cast<std::size_t>(odd.below(3));
     return facet.replace(at, 15, oneOf(odd, oddNumbers));
 }
@@ -463,6 +464,43 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneByteOfAFacetChangedAreReadAlike)
         }
     }
     EXPECT_EQ(meshes.filesRead(), 2840);
+}
+
+TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneNumberBeyondFloatsAreReadAlike)
+{
+    const TemporaryFolder folder;
+    TwinMeshes meshes;
+    OddMeshText odd(3);
+    const std::string before = "solid\n" + commonFacet(odd);
+    const std::string facet = commonFacet(odd);
+    const std::string after = commonFacet(odd) + "endsolid\n";
+    for (const std::size_t point : pointStarts) {
+        for (const std::size_t at : {point, point + 16, point + 32}) {
+            for (const char *number : {" 9.00000000E+38", "-1.00000000E-39", " 1.00000000E-46"}) {
+                SCOPED_TRACE(number + (" at " + std::to_string(at)));
+                std::string text = before + facet;
+                text.replace(before.size() + at, 15, number).append(after);
+                meshes.readAndCompare(text);
+            }
+        }
+    }
+    EXPECT_EQ(meshes.filesRead(), 36);
+    EXPECT_EQ(meshes.facetsRead(), 3 * 36);
+}
+
+TEST(FastRoadAgainstPlainTwin, AsciiFilesCutAnywhereAreReadAlike)
+{
+    const TemporaryFolder folder;
+    TwinMeshes meshes;
+    OddMeshText odd(4);
+    // Lines of blanks count but hold nothing, so both facets are read wherever the text ends.
+    const std::string before = "solid\n" + replaced(linesFor(2), "line", "    ");
+    const std::string text = commonFacet(odd) + commonFacet(odd) + "endsolid\n";
+    for (std::size_t size = 0; size <= text.size(); ++size) {
+        SCOPED_TRACE(size);
+        meshes.readAndCompare(before + text.substr(0, size));
+    }
+    EXPECT_GE(meshes.facetsRead(), 2 * static_cast<int>(text.size()));
 }
 
 std::string bigAsciiInput(OddMeshText &odd)
