@@ -156,8 +156,10 @@ public:
         readPoint(from, facet.normal);
         for (StlVertex &corner : facet.vertex)
             readPoint(from, corner);
-        facet.attribute[0] = static_cast<unsigned char>(from[0]);
-        facet.attribute[1] = static_cast<unsigned char>(from[1]);
+        // Behind the end of a file that has shrunk, fgetc gives its sign for that, and nobody looks.
+        const std::size_t coordinates = static_cast<std::size_t>(from - m_bytes);
+        for (std::size_t i = 0; i < sizeof facet.attribute; ++i)
+            facet.attribute[i] = static_cast<unsigned char>(bytes.size() > coordinates + i ? from[i] : EOF);
     }
 
 private:
@@ -372,12 +374,12 @@ void stl_allocate_facets(StlMesh &mesh)
 
 void stl_load_facets(StlMesh &mesh, int firstFacet, bool first)
 {
-    if (mesh.facets == nullptr)
-        return;
     if (firstFacet >= mesh.stats.facetCount) {
         finishStatistics(mesh.stats); // a device without end has no label line, and no size
         return;
     }
+    if (mesh.facets == nullptr)
+        return;
     if (mesh.stats.type == binary) {
         std::fseek(mesh.file, binaryPreludeSize, SEEK_SET);
         loadFacets(mesh, BinaryFacetReader(mesh.file), firstFacet, first);

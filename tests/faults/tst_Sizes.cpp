@@ -149,8 +149,10 @@ TEST(Sizes, ABinaryFileThatShrinksWhileItIsReadRepeatsItsLastFacet)
     fs::resize_file("in.stl", 84 + 50 * 10);
     mesh.load();
     ASSERT_EQ(mesh.stats.facetCount, 1000);
+    StlFacet repeated = mesh.facets[9];
+    repeated.attribute[0] = repeated.attribute[1] = 255; // what fgetc gives at the end
     for (const int facet : {10, 11, 999})
-        EXPECT_TRUE(sameBytes(mesh.facets[facet], mesh.facets[9])) << facet;
+        EXPECT_TRUE(sameBytes(mesh.facets[facet], repeated)) << facet;
     EXPECT_FALSE(sameBytes(mesh.facets[9], mesh.facets[8]));
 }
 

@@ -5,12 +5,14 @@
 #include "tests/support/TextFile.h"
 
 #include <cmath>
+#include <cstddef>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <limits>
 #include <sys/resource.h>
+#include <type_traits>
 
 // The tests of failing allocations need a null pointer where the sanitizer would end the process.
 extern "C" const char *__asan_default_options();
@@ -26,6 +28,22 @@ constexpr bool underAddressSanitizer = false;
 
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+
+// Others may hand these to code that knows their layout.
+static_assert(binary == 0 && ascii == 1);
+static_assert(std::is_same_v<std::underlying_type_t<StlType>, std::int32_t>);
+static_assert(offsetof(StlFacet, normal) < offsetof(StlFacet, vertex));
+static_assert(offsetof(StlFacet, vertex) < offsetof(StlFacet, attribute));
+static_assert(offsetof(StlStats, header) == 0 && sizeof(StlStats::header) == 81);
+static_assert(offsetof(StlStats, header) < offsetof(StlStats, type));
+static_assert(offsetof(StlStats, type) < offsetof(StlStats, facetCount));
+static_assert(offsetof(StlStats, facetCount) < offsetof(StlStats, max));
+static_assert(offsetof(StlStats, max) < offsetof(StlStats, min));
+static_assert(offsetof(StlStats, min) < offsetof(StlStats, size));
+static_assert(offsetof(StlStats, size) < offsetof(StlStats, boundingDiameter));
+static_assert(offsetof(StlStats, boundingDiameter) < offsetof(StlStats, firstEdgeExtent));
+static_assert(offsetof(StlStats, firstEdgeExtent) < offsetof(StlStats, initialFacetCount));
+static_assert(offsetof(StlStats, initialFacetCount) < offsetof(StlStats, allocatedFacetCount));
 
 class StlReader : public ::testing::Test {
 public:
@@ -748,6 +766,15 @@ TEST_F(StlReader, AMissingSecondTableIsNotReported)
     });
     EXPECT_EQ(outcome.status, survivedStatus);
     EXPECT_EQ(outcome.standardError, "");
+}
+
+TEST_F(StlReader, WithoutFacetsTheSizeIsComputedEvenWithoutTables)
+{
+    initialize("solid empty\nendsolid\n");
+    mesh.stats.max = {9.0F, 5.0F, 7.0F};
+    mesh.stats.min = {1.0F, 2.0F, 2.0F};
+    stl_load_facets(mesh, 0, true);
+    expectVertex(mesh.stats.size, 8.0F, 3.0F, 5.0F);
 }
 
 } // namespace
