@@ -50,6 +50,7 @@ private slots:
     void emptyScaleIsZero();
     void numberMessageStandsWhileTheFieldIsEmpty();
     void lengthZeroIsAccepted();
+    void lengthThatIsNoNumberIsNotNegative();
     void angleOfAnyValueIsAccepted();
     void untickedBoxesIgnoreTheirFields();
 
@@ -63,6 +64,8 @@ private slots:
     void nameOutsideLatinOneReplacesTheStoredPath();
     void nameIsComparedByItsLatinOneForm();
     void pathIsSynchronisedEvenIfTheFieldIsRefused();
+    void outputNameOutsideLatinOneReplacesTheStoredPath();
+    void outputPathIsSynchronisedEvenIfTheInputIsRefused();
 
 private:
     void enterGoodFiles() { m->enterFiles("in.stl", "out.stl"); }
@@ -328,23 +331,37 @@ void tst_MainWindowChecks::numberMessageStandsWhileTheFieldIsEmpty()
 void tst_MainWindowChecks::lengthZeroIsAccepted()
 {
     enterGoodFiles();
-    for (const QString text : {"0", "-0", "abc"}) {
+    const QVector<QPair<QString, QByteArray>> lengths{
+        {"0", "0.000000"}, {"-0", "-0.000000"}, {"abc", "0.000000"}};
+    for (const auto &[text, logged] : lengths) {
         m->tick("chbYSetL");
         m->enter("edtYSetL", text);
         QCOMPARE(messagesOfARun(), QStringList());
-        QVERIFY(m_folder->read("meshvane.log").contains("ysetL = "));
+        QVERIFY(m_folder->read("meshvane.log").contains("ysetL = " + logged + "     \n"));
         QVERIFY(m_folder->read("out.stl").contains("vertex  1.00000000E+00 "));
     }
+}
+
+void tst_MainWindowChecks::lengthThatIsNoNumberIsNotNegative()
+{
+    enterGoodFiles();
+    m->tick("chbXSetL");
+    m->enter("edtXSetL", "nan");
+    QCOMPARE(messagesOfARun(), QStringList());
+    QVERIFY(m_folder->read("meshvane.log").contains("xsetL = nan     \n"));
 }
 
 void tst_MainWindowChecks::angleOfAnyValueIsAccepted()
 {
     enterGoodFiles();
-    for (const QString text : {"-90", "0", "720.5", "abc", "nan", "inf"}) {
+    const QVector<QPair<QString, QByteArray>> angles{{"-90", "-90.000000"},   {"0", "0.000000"},
+                                                     {"720.5", "720.500000"}, {"abc", "0.000000"},
+                                                     {"nan", "nan"},          {"inf", "inf"}};
+    for (const auto &[text, logged] : angles) {
         m->tick("chbRotateY");
         m->enter("edtRotateY", text);
         QCOMPARE(messagesOfARun(), QStringList());
-        QVERIFY(m_folder->read("meshvane.log").contains("rotateabouty = "));
+        QVERIFY(m_folder->read("meshvane.log").contains("rotateabouty = " + logged + "     \n"));
     }
 }
 
@@ -464,6 +481,29 @@ void tst_MainWindowChecks::nameIsComparedByItsLatinOneForm()
     m->enterFiles(name, "out.stl");
     QCOMPARE(messagesOfARun(), QStringList());
     QCOMPARE(firstCorner(m_folder->read("out.stl")), QByteArray("7.00000000E+00"));
+}
+
+void tst_MainWindowChecks::outputNameOutsideLatinOneReplacesTheStoredPath()
+{
+    const QString name = QString::fromUtf8("\xce\xa9.stl");
+    m_folder->makeFolder("sub");
+    chooseOutput(m_folder->path("sub/" + name));
+    m->enterFiles("in.stl", name);
+    QCOMPARE(messagesOfARun(), QStringList());
+    QVERIFY(m_folder->has(name));
+    QVERIFY(!m_folder->has("sub/" + name));
+}
+
+void tst_MainWindowChecks::outputPathIsSynchronisedEvenIfTheInputIsRefused()
+{
+    m_folder->makeFolder("sub");
+    chooseOutput(m_folder->path("sub/out.stl"));
+    m->enterFiles("nofile.stl", "other.stl");
+    QCOMPARE(messagesOfARun().size(), 1);
+    m->enterFiles("in.stl", "out.stl");
+    QCOMPARE(messagesOfARun(), QStringList());
+    QVERIFY(m_folder->has("out.stl"));
+    QVERIFY(!m_folder->has("sub/out.stl"));
 }
 
 void tst_MainWindowChecks::pathIsSynchronisedEvenIfTheFieldIsRefused()

@@ -234,6 +234,12 @@ void tst_MainWindowRun::options_data()
                                         "      vertex  1.00000000E+01  2.00000000E+00  7.50000000E-01\n"
                                         "      vertex  2.00000000E+00  1.00000000E+01  4.75000000E+00\n")
                                  << QByteArray("xsetL = 8.000000     \nzsetL = 4.000000     \n\n\n") << none;
+    QTest::newRow("set Y length") << QStringList{"chbYSetL", "edtYSetL=4"}
+                                  << QByteArray(
+                                         "      vertex  1.00000000E+00  1.00000000E+00  3.00000000E+00\n"
+                                         "      vertex  5.00000000E+00  1.00000000E+00  3.00000000E+00\n"
+                                         "      vertex  1.00000000E+00  5.00000000E+00  1.90000000E+01\n")
+                                  << QByteArray("ysetL = 4.000000     \n\n\n") << none;
     QTest::newRow("origins") << QStringList{"chbXSet0", "chbYSet0", "chbZSet0"}
                              << QByteArray("      vertex  0.00000000E+00  0.00000000E+00  0.00000000E+00\n"
                                            "      vertex  4.00000000E+00  0.00000000E+00  0.00000000E+00\n"

@@ -194,6 +194,42 @@ TEST_P(EveryOperation, InARunOverABinaryFile)
     failOneAfterTheOther();
 }
 
+TEST(Faults, ABinaryFileThatCannotBeOpenedAgainIsToldBeforeItsSize)
+{
+    const TemporaryFolder folder;
+    writeBytes(inputName, binaryStl("", differentFacets(3))); // of the wrong size as well
+    const ProcessOutcome outcome = outcomeOf([] {
+        Listener listener;
+        RunPipeline pipeline(listener);
+        armFault(FaultPoint::open, 2, EMFILE, false);
+        runOnce(pipeline);
+    });
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.standardError,
+              "stl_initialize: Couldn't open in.stl for reading: Too many open files\n");
+}
+
+TEST(Faults, AnInputThatCannotBeReadIsToldAndTouchesNothing)
+{
+    const TemporaryFolder folder;
+    writeBytes(inputName, asciiMesh());
+    writeBytes(outputName, "old");
+    writeBytes("meshvane.log", "old");
+    const ProcessOutcome outcome = outcomeOf([] {
+        Listener listener;
+        RunPipeline pipeline(listener);
+        armFault(FaultPoint::read, 1, EIO, true);
+        runOnce(pipeline);
+        disarmFaults();
+        writeBytes("heard", listener.heard);
+    });
+    EXPECT_EQ(outcome.status, survivedStatus);
+    EXPECT_EQ(readBytes("heard"), "error: \nError reading stl file\n\n");
+    EXPECT_EQ(readBytes(outputName), "old");
+    EXPECT_EQ(readBytes("meshvane.log"), "old");
+    EXPECT_FALSE(std::filesystem::exists("_tmp_stl_"));
+}
+
 // A pipe or a terminal: nothing but the input's size tells it from an empty file.
 TEST(Faults, AnInputThatCannotBeSoughtInIsNoEmptyMesh)
 {

@@ -422,6 +422,37 @@ TEST_F(RunPipelineTest, ThreeOpenFilesAreEnough)
     EXPECT_EQ(readBytes("meshvane.log"), logHeader + unchangingBlock + outcomeOfOneFacet);
 }
 
+// The box about the log comes up when the temporary file is open and not yet read.
+TEST_F(RunPipelineTest, ABrokenLineIsToldAndKeepsThePartialOutput)
+{
+    pipeline.whenSaid([](const std::string &text) {
+        if (text.find("logfile") == std::string::npos)
+            return;
+        rlimit limit{};
+        getrlimit(RLIMIT_NOFILE, &limit);
+        limit.rlim_cur = limit.rlim_max;
+        setrlimit(RLIMIT_NOFILE, &limit);
+        writeBytes("_tmp_stl_", "label\nfacet normal 0 0 1\nouter\nvert 1\n");
+    });
+    const Texts expected{"error: Cannot open logfile: %s", "error: Line 4. Not vertex: vert 1\n"};
+    EXPECT_EQ(runWithOpenFiles(2), expected);
+    EXPECT_EQ(readBytes("out.stl"), "label\nfacet normal 0 0 1\nouter\n");
+    EXPECT_TRUE(fs::exists("_tmp_stl_"));
+}
+
+TEST_F(RunPipelineTest, ThreeOpenFilesAreEnoughForBothScans)
+{
+    parameters.xSet0 = parameters.ySetL = 1;
+    parameters.yLength = 20.0;
+    EXPECT_EQ(runWithOpenFiles(3), Texts{finishedOut});
+}
+
+TEST_F(RunPipelineTest, ABinaryFileIsNotOpenTwiceAtATime)
+{
+    writeBytes("in.stl", binaryStl("", differentFacets(4)));
+    EXPECT_EQ(runWithOpenFiles(1), Texts{"error: Invalid input file."}); // got as far as the log
+}
+
 // A disc that is full while the temporary file is written. The output may be the input, so neither it nor the
 // log is touched.
 TEST_F(RunPipelineTest, AnIncompleteTemporaryFileEndsTheRunAtOnce)
