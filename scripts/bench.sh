@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the benchmarks and runs them: scripts/bench.sh [largest number of facets]
-# The largest mesh there can be, 42949671 facets, wants 27 GB of disc and some minutes; the default is a million.
+# The largest mesh there can be, 42949671 facets, wants 27 GB of disc and a quarter of an hour; the default is a million.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
