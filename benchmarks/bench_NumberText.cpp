@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr std::size_t count = 12 * 4096;
+constexpr std::size_t count = std::size_t{12} * 4096;
 constexpr std::size_t textSize = 16; // the form and an end mark
 
 std::vector<double> widenedFloats()

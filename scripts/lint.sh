@@ -21,11 +21,19 @@ done
 echo "Scripts: ${#scripts[@]} files are in order."
 [[ ${1-} != --scripts-only ]] || exit 0
 
+# The build asks gcc for this warning; clang gives it for float to double in so many words, too.
+tidy() { # build folder, pattern of the files below the root
+    run-clang-tidy-14 -p "build/$1" -quiet -extra-arg=-Wno-unknown-warning-option \
+        -extra-arg=-Wno-double-promotion "^$root/$2/.*\.cpp\$" 2>/dev/null
+}
+
 # The sources that the build makes must be there: the form's header and the meta-objects.
-install_missing_packages "${PACKAGES_TO_TEST[@]}"
+install_missing_packages "${PACKAGES_TO_TEST[@]}" "${PACKAGES_TO_BENCHMARK[@]}" "${PACKAGES_TO_FUZZ[@]}"
 cmake --preset default >/dev/null
 cmake --build --preset default >/dev/null
-# The build asks gcc for this warning; clang gives it for float to double in so many words, too.
-run-clang-tidy-14 -p build/default -quiet -extra-arg=-Wno-unknown-warning-option -extra-arg=-Wno-double-promotion \
-    "^$root/(app|benchmarks|stl|tests|transform|widgets)/.*\.cpp\$" 2>/dev/null
+cmake --preset bench >/dev/null
+cmake --preset fuzz >/dev/null
+tidy default '(app|stl|tests|transform|widgets)'
+tidy bench benchmarks
+tidy fuzz fuzz
 echo "C++: clang-tidy has nothing to say."
