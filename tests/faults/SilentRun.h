@@ -7,7 +7,7 @@
 #include <string>
 
 // Remembers what the run said, one line each.
-class Listener final : public RunReporter {
+class Listener : public RunReporter {
 public:
     void error(const QString &text) override { hear("error: ", text); }
     void logNotEmptied(const QString &details) override { hear("error: ", details); }
@@ -15,8 +15,8 @@ public:
 
     std::string heard;
 
-private:
-    void hear(const char *kind, const QString &text) { heard += kind + text.toStdString() + "\n"; }
+protected:
+    virtual void hear(const char *kind, const QString &text) { heard += kind + text.toStdString() + "\n"; }
 };
 
 inline TransformParameters doubling()

@@ -2,12 +2,11 @@
 // the input is what it was, the user was told, no success was claimed without the whole output, and the next
 // run succeeds.
 #include "tests/faults/FaultPoints.h"
+#include "tests/faults/SilentRun.h"
 #include "tests/support/DyingProcess.h"
 #include "tests/support/MeshFiles.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
-#include "transform/RunPipeline.h"
-#include "transform/RunReporter.h"
 
 #include <cerrno>
 #include <cstring>
@@ -19,20 +18,12 @@ namespace {
 constexpr const char *inputName = "in.stl";
 constexpr const char *outputName = "out.stl";
 
-// Remembers what the run said, one line each.
-class Listener final : public RunReporter {
-public:
-    void error(const QString &text) override { hear("error: ", text); }
-    void logNotEmptied(const QString &details) override { hear("error: ", details); }
-    void finished(const QString &) override { hear("finished", {}); }
-
-    std::string heard;
-
+class UndisturbedListener final : public Listener {
 private:
-    void hear(const char *kind, const QString &text)
+    void hear(const char *kind, const QString &text) override
     {
         const FaultsPaused paused;
-        heard += kind + text.toStdString() + "\n";
+        Listener::hear(kind, text);
     }
 };
 
@@ -77,7 +68,7 @@ protected:
     {
         m_mesh = mesh;
         writeBytes(inputName, m_mesh);
-        Listener listener;
+        UndisturbedListener listener;
         RunPipeline pipeline(listener);
         countOperations();
         runOnce(pipeline);
@@ -110,7 +101,7 @@ private:
     {
         const FaultCase fault = GetParam();
         const ProcessOutcome outcome = outcomeOf([&fault, n] {
-            Listener listener;
+            UndisturbedListener listener;
             RunPipeline pipeline(listener);
             const long openBefore = openFiles();
             armFault(fault.point, n, fault.error, fault.lasting);
@@ -168,7 +159,7 @@ private:
 
     void expectSuccess()
     {
-        Listener listener;
+        UndisturbedListener listener;
         RunPipeline pipeline(listener);
         runOnce(pipeline);
         EXPECT_EQ(listener.heard, "finished\n") << "the next start of the program";
@@ -199,7 +190,7 @@ TEST(Faults, ABinaryFileThatCannotBeOpenedAgainIsToldBeforeItsSize)
     const TemporaryFolder folder;
     writeBytes(inputName, binaryStl("", differentFacets(3))); // of the wrong size as well
     const ProcessOutcome outcome = outcomeOf([] {
-        Listener listener;
+        UndisturbedListener listener;
         RunPipeline pipeline(listener);
         armFault(FaultPoint::open, 2, EMFILE, false);
         runOnce(pipeline);
@@ -216,7 +207,7 @@ TEST(Faults, AnInputThatCannotBeReadIsToldAndTouchesNothing)
     writeBytes(outputName, "old");
     writeBytes("meshvane.log", "old");
     const ProcessOutcome outcome = outcomeOf([] {
-        Listener listener;
+        UndisturbedListener listener;
         RunPipeline pipeline(listener);
         armFault(FaultPoint::read, 1, EIO, true);
         runOnce(pipeline);
@@ -235,7 +226,7 @@ TEST(Faults, AnInputThatCannotBeSoughtInIsNoEmptyMesh)
 {
     const TemporaryFolder folder;
     writeBytes(inputName, asciiMesh());
-    Listener listener;
+    UndisturbedListener listener;
     RunPipeline pipeline(listener);
     armFault(FaultPoint::seek, 1, ESPIPE, true);
     runOnce(pipeline);

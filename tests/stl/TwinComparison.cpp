@@ -4,6 +4,7 @@
 #include "stl/StlReader.h"
 #include "stl/StlWriter.h"
 #include "tests/support/DyingProcess.h"
+#include "tests/support/NanSigns.h"
 #include "tests/support/SameBytes.h"
 #include "tests/support/TextFile.h"
 
@@ -175,13 +176,6 @@ bool signsOfNaNsAreOpen(const plain::Placement &p)
         for (const double value : {axes->x, axes->y, axes->z})
             open = open || std::isnan(value);
     return open;
-}
-
-std::string withoutSignsOfNaNs(std::string text)
-{
-    for (std::size_t at = text.find("-NAN"); at != std::string::npos; at = text.find("-NAN", at))
-        text.replace(at, 4, " NAN");
-    return text;
 }
 
 void expectSame(const Outcome &product, const Outcome &twin)

@@ -54,6 +54,20 @@ bool isWrittenAsPrinted(double value)
     return answered;
 }
 
+struct WrittenNumber {
+    double value;
+    const char *text;
+};
+
+// The kernel leaves it, and the exact way writes it as the C library does.
+void expectDeclined(const WrittenNumber &number)
+{
+    SCOPED_TRACE(number.text);
+    EXPECT_FALSE(isAnswered(number.value));
+    EXPECT_EQ(fullText(number.value), number.text);
+    EXPECT_EQ(printed(number.value), number.text);
+}
+
 // Within the binary exponents of the kernel's table.
 bool isInRange(double value) { return std::fabs(value) >= 0x1p-328 && std::fabs(value) < 0x1p329; }
 
@@ -125,11 +139,7 @@ TEST(StlFixedNumber, ZerosAreWrittenWithTheirSign)
 
 TEST(StlFixedNumber, ACarryGoesIntoTheExponent)
 {
-    struct Row {
-        double value;
-        const char *text;
-    };
-    const Row rows[] = {
+    const WrittenNumber rows[] = {
         {999999.9995, " 1.00000000E+06"},      {999999.9994, " 9.99999999E+05"},
         {0.9999999999, " 1.00000000E+00"},     {9.9999999999, " 1.00000000E+01"},
         {-99999.999999, "-1.00000000E+05"},    {9.9999999999e-10, " 1.00000000E-09"},
@@ -137,7 +147,7 @@ TEST(StlFixedNumber, ACarryGoesIntoTheExponent)
         {9.9999999999e98, " 1.00000000E+99"},  {9.9999999949e98, " 9.99999999E+98"},
         {9.9999999999e-99, " 1.00000000E-98"}, {1.9999999999e-99, " 2.00000000E-99"},
     };
-    for (const Row &row : rows) {
+    for (const WrittenNumber &row : rows) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(kernelText(row.value), row.text);
         EXPECT_EQ(printed(row.value), row.text);
@@ -147,11 +157,7 @@ TEST(StlFixedNumber, ACarryGoesIntoTheExponent)
 // What lies beyond the kernel's exponents is still of the common form, or no longer.
 TEST(StlFixedNumber, AtTheLastTwoDigitExponentsTheExactWayGoesOn)
 {
-    struct Row {
-        double value;
-        const char *text;
-    };
-    const Row rows[] = {
+    const WrittenNumber rows[] = {
         {0x1.fffffffffffffp328, " 1.09362536E+99"},
         {1.2e99, " 1.20000000E+99"},
         {9.9999999949e99, " 9.99999999E+99"},
@@ -160,7 +166,7 @@ TEST(StlFixedNumber, AtTheLastTwoDigitExponentsTheExactWayGoesOn)
         {9.9999999951e-100, " 1.00000000E-99"},
         {9.9999999949e-100, " 9.99999999E-100"},
     };
-    for (const Row &row : rows) {
+    for (const WrittenNumber &row : rows) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(printed(row.value), row.text);
         EXPECT_EQ(fullText(row.value), row.text);
@@ -240,11 +246,7 @@ TEST(StlFixedNumber, TiesWithAnInexactPowerOfTenAreDeclined)
 // The fraction is below one half, and by so little that the truncation hides which side the number is on.
 TEST(StlFixedNumber, NumbersBelowTheTieByLessThanTheErrorAreDeclined)
 {
-    struct Row {
-        double value;
-        const char *text;
-    };
-    const Row rows[] = {
+    const WrittenNumber rows[] = {
         {0x1.7fa84e729be45p-314, " 4.49039999E-95"}, {0x1.f1f0a92c580c4p-272, " 2.56317524E-82"},
         {0x1.2f244806da511p-237, " 5.36162923E-72"}, {0x1.0a36b2bad02bcp-216, " 9.87441362E-66"},
         {0x1.43fb75bf9d627p-209, " 1.53819777E-63"}, {0x1.b61e3c4a78938p-181, " 5.58369930E-55"},
@@ -254,23 +256,15 @@ TEST(StlFixedNumber, NumbersBelowTheTieByLessThanTheErrorAreDeclined)
         {0x1.766f52a045615p+162, " 8.55058052E+48"}, {0x1.0f13b5ac1d9e1p+225, " 5.70954782E+67"},
         {0x1.52e95becd0872p+281, " 5.14369486E+84"}, {0x1.7bb4766dad75bp+295, " 9.44180428E+88"},
     };
-    for (const Row &row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_FALSE(isAnswered(row.value));
-        EXPECT_EQ(fullText(row.value), row.text);
-        EXPECT_EQ(printed(row.value), row.text);
-    }
+    for (const WrittenNumber &row : rows)
+        expectDeclined(row);
 }
 
 // The fraction of the truncated product is below one half and that of the number above it: an answer would be
 // wrong.
 TEST(StlFixedNumber, NumbersWhoseTruncatedProductIsOnTheWrongSideAreDeclined)
 {
-    struct Row {
-        double value;
-        const char *text;
-    };
-    const Row rows[] = {
+    const WrittenNumber rows[] = {
         {0x1.d0f96d2072744p-314, " 5.44214822E-95"}, {0x1.553d87b0faf2ep-300, " 6.54367493E-91"},
         {0x1.d670d5852022cp-265, " 3.09967475E-80"}, {0x1.bc0efbb867fdfp-251, " 4.79370538E-76"},
         {0x1.d3e103b823618p-209, " 2.22138820E-63"}, {0x1.d7626a1c39cedp-202, " 2.86468020E-61"},
@@ -280,22 +274,14 @@ TEST(StlFixedNumber, NumbersWhoseTruncatedProductIsOnTheWrongSideAreDeclined)
         {0x1.0591065a6f97ep+225, " 5.50923358E+67"}, {0x1.feae2af0437c5p+267, " 4.73061951E+80"},
         {0x1.43f61e533ef5cp+288, " 6.29349735E+86"}, {0x1.000bcfe86ed66p+316, " 1.33523252E+95"},
     };
-    for (const Row &row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_FALSE(isAnswered(row.value));
-        EXPECT_EQ(fullText(row.value), row.text);
-        EXPECT_EQ(printed(row.value), row.text);
-    }
+    for (const WrittenNumber &row : rows)
+        expectDeclined(row);
 }
 
 // The borders of the doubtful fractions, from outside: these are answered, and rightly.
 TEST(StlFixedNumber, NumbersJustOutsideTheDoubtAreAnswered)
 {
-    struct Row {
-        double value;
-        const char *text;
-    };
-    const Row rows[] = {
+    const WrittenNumber rows[] = {
         {0x1.c2f2c28c3767fp-321, " 4.12342560E-97"}, {0x1.c0b2f750b5baap-265, " 2.95642162E-80"},
         {0x1.4be07373937e7p-244, " 4.58582985E-74"}, {0x1.0558e75c5c4c4p-216, " 9.69390940E-66"},
         {0x1.fbd55d6a552bbp-188, " 5.05640858E-57"}, {0x1.9c849f5daf2ebp-181, " 5.25743344E-55"},
@@ -313,7 +299,7 @@ TEST(StlFixedNumber, NumbersJustOutsideTheDoubtAreAnswered)
         {0x1.a1d349a7f722ap+218, " 6.87533505E+65"}, {0x1.2c73c0b7cc91bp+274, " 3.56249428E+82"},
         {0x1.331fb81963f89p+302, " 9.77535061E+90"}, {0x1.182a3d0cbd5cep+323, " 1.87008998E+97"},
     };
-    for (const Row &row : rows) {
+    for (const WrittenNumber &row : rows) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(kernelText(row.value), row.text);
         EXPECT_EQ(printed(row.value), row.text);

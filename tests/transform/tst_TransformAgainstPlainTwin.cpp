@@ -1,26 +1,16 @@
 // Requests of every kind on odd and broken temporary files, through stl_transform and through a plain twin of
 // it: nothing may differ.
 #include "stl/StlPasses.h"
+#include "tests/support/NanSigns.h"
 #include "tests/support/OddMeshText.h"
 #include "tests/support/PlainRoad.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
 #include "transform/MeshTransformer.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
 
 namespace {
-
-// The sign of a NaN is the processor's choice wherever two of them meet.
-std::string withoutSignsOfNaNs(std::string text)
-{
-    for (std::size_t at = text.find("-NAN"); at != std::string::npos; at = text.find("-NAN", at))
-        text.replace(at, 4, " NAN");
-    return text;
-}
-
-bool same(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 
 int call(MeshTransformer &transformer, char *message, std::FILE *in, std::FILE *out, const plain::Request &r)
 {
@@ -69,7 +59,7 @@ void expectSameFields(const MeshTransformer &product, const plain::Placement &p,
         {"zMax", product.zMax, e.maxZ},
     };
     for (const auto &field : fields)
-        EXPECT_TRUE(same(field.product, field.twin))
+        EXPECT_TRUE(sameOrBothNan(field.product, field.twin))
             << field.name << ' ' << field.product << ' ' << field.twin;
 }
 

@@ -1,0 +1,19 @@
+// Comparison of computed values and texts in which every NaN is alike: where two NaNs meet in a sum, the
+// compiler's order of the operands decides whose sign the result has.
+#pragma once
+
+#include <cmath>
+#include <string>
+
+template <typename Number>
+bool sameOrBothNan(Number a, Number b)
+{
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+inline std::string withoutSignsOfNaNs(std::string text)
+{
+    for (std::size_t at = text.find("-NAN"); at != std::string::npos; at = text.find("-NAN", at))
+        text.replace(at, 4, " NAN");
+    return text;
+}
