@@ -21,6 +21,9 @@ QByteArray triangleAt(const QByteArray &x)
     return triangleInput().replace("vertex 1 2 3", "vertex " + x + " 2 3");
 }
 
+const QByteArray storedCorner = "7.00000000E+00";
+const QByteArray typedCorner = "8.00000000E+00";
+
 QByteArray firstCorner(const QByteArray &output) { return output.split('\n').value(3).mid(13, 16).trimmed(); }
 
 } // namespace
@@ -73,6 +76,18 @@ private:
     {
         FileDialogDriver driver(path);
         m->button("btnBrowseIn")->click();
+    }
+    // Chooses a name in the folder "sub", types a name in its place and runs: which of the two files was
+    // read?
+    QByteArray cornerReadFor(const QString &chosenName, const QString &typedName)
+    {
+        m_folder->makeFolder("sub");
+        m_folder->write("sub/" + chosenName, triangleAt("7"));
+        m_folder->write(typedName, triangleAt("8"));
+        chooseInput(m_folder->path("sub/" + chosenName));
+        m->enterFiles(typedName, "out.stl");
+        const QStringList messages = messagesOfARun();
+        return messages.isEmpty() ? firstCorner(m_folder->read("out.stl")) : messages.join('\n').toUtf8();
     }
     void chooseOutput(const QString &path)
     {
@@ -376,23 +391,12 @@ void tst_MainWindowChecks::untickedBoxesIgnoreTheirFields()
 
 void tst_MainWindowChecks::typedNameReplacesTheStoredPath()
 {
-    m_folder->makeFolder("sub");
-    m_folder->write("sub/in.stl", triangleAt("7"));
-    m_folder->write("other.stl", triangleAt("8"));
-    chooseInput(m_folder->path("sub/in.stl"));
-    m->enterFiles("other.stl", "out.stl");
-    m->run();
-    QCOMPARE(firstCorner(m_folder->read("out.stl")), QByteArray("8.00000000E+00"));
+    QCOMPARE(cornerReadFor("in.stl", "other.stl"), typedCorner);
 }
 
 void tst_MainWindowChecks::nameEqualToTheLastPartKeepsTheStoredPath()
 {
-    m_folder->makeFolder("sub");
-    m_folder->write("sub/in.stl", triangleAt("7"));
-    chooseInput(m_folder->path("sub/in.stl"));
-    enterGoodFiles();
-    m->run();
-    QCOMPARE(firstCorner(m_folder->read("out.stl")), QByteArray("7.00000000E+00"));
+    QCOMPARE(cornerReadFor("in.stl", "in.stl"), storedCorner);
 }
 
 void tst_MainWindowChecks::outputNameEqualToTheLastPartKeepsTheStoredPath()
@@ -449,38 +453,19 @@ void tst_MainWindowChecks::cancelledOutputDialogStoresTheTextOfTheField()
 void tst_MainWindowChecks::latinOneNameKeepsTheStoredPath()
 {
     const QString name = QString::fromUtf8("\xc3\xa9t\xc3\xa9.stl");
-    m_folder->makeFolder("sub");
-    m_folder->write("sub/" + name, triangleAt("7"));
-    m_folder->write(name, triangleAt("8"));
-    chooseInput(m_folder->path("sub/" + name));
-    m->enterFiles(name, "out.stl");
-    QCOMPARE(messagesOfARun(), QStringList());
-    QCOMPARE(firstCorner(m_folder->read("out.stl")), QByteArray("7.00000000E+00"));
+    QCOMPARE(cornerReadFor(name, name), storedCorner);
 }
 
 void tst_MainWindowChecks::nameOutsideLatinOneReplacesTheStoredPath()
 {
     const QString name = QString::fromUtf8("\xce\xa9.stl");
-    m_folder->makeFolder("sub");
-    m_folder->write("sub/" + name, triangleAt("7"));
-    m_folder->write(name, triangleAt("8"));
-    chooseInput(m_folder->path("sub/" + name));
-    m->enterFiles(name, "out.stl");
-    QCOMPARE(messagesOfARun(), QStringList());
-    QCOMPARE(firstCorner(m_folder->read("out.stl")), QByteArray("8.00000000E+00"));
+    QCOMPARE(cornerReadFor(name, name), typedCorner);
 }
 
 // A stored "?.stl" equals the Latin-1 form of any name of one such letter.
 void tst_MainWindowChecks::nameIsComparedByItsLatinOneForm()
 {
-    const QString name = QString::fromUtf8("\xce\xa9.stl");
-    m_folder->makeFolder("sub");
-    m_folder->write("sub/?.stl", triangleAt("7"));
-    m_folder->write(name, triangleAt("8"));
-    chooseInput(m_folder->path("sub/?.stl"));
-    m->enterFiles(name, "out.stl");
-    QCOMPARE(messagesOfARun(), QStringList());
-    QCOMPARE(firstCorner(m_folder->read("out.stl")), QByteArray("7.00000000E+00"));
+    QCOMPARE(cornerReadFor("?.stl", QString::fromUtf8("\xce\xa9.stl")), storedCorner);
 }
 
 void tst_MainWindowChecks::outputNameOutsideLatinOneReplacesTheStoredPath()
