@@ -7,10 +7,12 @@
 bool StlLineReader::next()
 {
     const std::string_view bytes = m_blocks.ahead(stlLineCapacity - 1);
-    if (bytes.empty())
+    m_ranOut = bytes.empty();
+    if (m_ranOut)
         return false;
     std::string_view piece = bytes.substr(0, stlLineCapacity - 1);
     piece = piece.substr(0, std::min(piece.find('\n'), piece.size() - 1) + 1);
+    m_ranOut = piece.back() != '\n' && piece.size() < stlLineCapacity - 1;
     m_line = piece.substr(0, piece.find('\0'));
     m_blocks.take(piece.size());
     ++m_number;

@@ -31,8 +31,9 @@ public:
     // 1 for the first line, 0 before it.
     int number() const { return m_number; }
 
-    // True if the stream ended by an error and not by its end.
-    bool failed() const { return m_blocks.failed(); }
+    // True if there was no next line, or not the whole of it, because reading failed. An error behind the
+    // last line taken, met while reading ahead, is none.
+    bool failed() const { return m_ranOut && m_blocks.failed(); }
 
     // For readers that know some lines by heart: `count` bytes behind the current line, or null if there are
     // fewer at hand; and the way over the lines in them.
@@ -51,6 +52,7 @@ private:
     StlBlockReader m_blocks;
     std::string_view m_line;
     int m_number = 0;
+    bool m_ranOut = false; // the stream ended at or within the last line asked for
 };
 
 // Hands out the words of a line. Only the space character separates words: a tab belongs to its word.

@@ -1,4 +1,5 @@
 #include "stl/StlLines.h"
+#include "tests/support/FailingStream.h"
 #include "tests/support/TextFile.h"
 
 #include <gtest/gtest.h>
@@ -160,6 +161,50 @@ TEST(StlLines, TheFirstWordThatIsNoNumberEndsThePoint)
         EXPECT_EQ(point.x, row.x);
         EXPECT_EQ(point.y, row.y);
         EXPECT_EQ(point.z, row.z);
+    }
+}
+
+// The reader takes whole blocks, so it meets the error before the lines in front of it are asked for.
+TEST(StlLines, AnErrorCountsOnlyOnceItsLineIsAskedFor)
+{
+    const Stream in = streamFailingBehind("one\ntwo\n");
+    StlLineReader reader(in.get());
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_TRUE(reader.next());
+        EXPECT_FALSE(reader.failed());
+    }
+    EXPECT_FALSE(reader.next());
+    EXPECT_TRUE(reader.failed());
+}
+
+TEST(StlLines, ALineThatIsCutByAnErrorIsAFailure)
+{
+    const Stream in = streamFailingBehind("one\ntw");
+    StlLineReader reader(in.get());
+    ASSERT_TRUE(reader.next());
+    EXPECT_FALSE(reader.failed());
+    reader.next();
+    EXPECT_TRUE(reader.failed());
+}
+
+TEST(StlLines, APieceOf999CharactersIsWholeWithoutALineFeed)
+{
+    const Stream in = streamFailingBehind(std::string(999, 'a'));
+    StlLineReader reader(in.get());
+    ASSERT_TRUE(reader.next());
+    EXPECT_FALSE(reader.failed());
+    EXPECT_FALSE(reader.next());
+    EXPECT_TRUE(reader.failed());
+}
+
+TEST(StlLines, TheEndOfAFileIsNoFailure)
+{
+    for (const char *text : {"", "one", "one\n"}) {
+        const Stream in = streamOf(text);
+        StlLineReader reader(in.get());
+        while (reader.next()) {
+        }
+        EXPECT_FALSE(reader.failed()) << text;
     }
 }
 

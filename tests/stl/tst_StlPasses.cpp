@@ -1,4 +1,5 @@
 #include "stl/StlPasses.h"
+#include "tests/support/FailingStream.h"
 #include "tests/support/TextFile.h"
 
 #include <cstring>
@@ -452,6 +453,33 @@ TEST(StlPasses, AnOutputThatIsFullIsAFailure)
         char message[stlMessageCapacity] = "before";
         EXPECT_EQ(apply(message, in.get(), out.get(), {}), -1);
         EXPECT_STREQ(message, "\nError writing stl file\n");
+    }
+}
+
+TEST(StlPasses, AnInputThatCannotBeReadToItsEndIsAFailure)
+{
+    for (const std::string &text : {std::string(label), label + facet, label + facet + "endso"}) {
+        SCOPED_TRACE(text);
+        const Scan scan = scanOf(streamFailingBehind(text).get());
+        EXPECT_EQ(scan.result, -1);
+        const Rewrite rewrite = rewriteOf(streamFailingBehind(text).get());
+        EXPECT_EQ(rewrite.result, -1);
+        if (text.back() == '\n') {
+            EXPECT_EQ(scan.message, "\nError reading stl file\n");
+            EXPECT_EQ(rewrite.message, "\nError reading stl file\n");
+        }
+    }
+}
+
+TEST(StlPasses, WhatCannotBeReadBehindTheEndsolidLineDoesNotMatter)
+{
+    for (const char *rest : {"", "more\n", "mo"}) {
+        SCOPED_TRACE(rest);
+        const std::string text = label + facet + endLine + rest;
+        EXPECT_EQ(scanOf(streamFailingBehind(text).get()).result, 0);
+        const Rewrite rewrite = rewriteOf(streamFailingBehind(text).get());
+        EXPECT_EQ(rewrite.result, 0);
+        EXPECT_EQ(rewrite.output, rewriteOf(label + facet + endLine).output);
     }
 }
 
