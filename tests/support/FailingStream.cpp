@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -22,7 +21,7 @@ ssize_t readDevice(void *cookie, char *to, std::size_t size)
         return -1;
     }
     const std::size_t count = std::min(size, device.bytes.size() - device.position);
-    std::memcpy(to, device.bytes.data() + device.position, count);
+    std::copy_n(device.bytes.data() + device.position, count, to);
     device.position += count;
     return static_cast<ssize_t>(count);
 }
