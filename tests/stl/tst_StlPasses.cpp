@@ -458,16 +458,25 @@ TEST(StlPasses, AnOutputThatIsFullIsAFailure)
 
 TEST(StlPasses, AnInputThatCannotBeReadToItsEndIsAFailure)
 {
-    for (const std::string &text : {std::string(label), label + facet, label + facet + "endso"}) {
-        SCOPED_TRACE(text);
-        const Scan scan = scanOf(streamFailingBehind(text).get());
+    const std::string start = label + facet;
+    const struct {
+        std::string text;
+        const char *scanMessage;
+        const char *rewriteMessage;
+    } rows[] = {
+        {label, "\nError reading stl file\n", "\nError reading stl file\n"},
+        {start, "\nError reading stl file\n", "\nError reading stl file\n"},
+        {start + "endsolid", "\nError reading stl file\n", "\nError reading stl file\n"},
+        {start + "endso", "\nLine 9. Not facet: endso\n", "Line 9. Not facet: endso\n"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.text);
+        const Scan scan = scanOf(streamFailingBehind(row.text).get());
         EXPECT_EQ(scan.result, -1);
-        const Rewrite rewrite = rewriteOf(streamFailingBehind(text).get());
+        EXPECT_EQ(scan.message, row.scanMessage);
+        const Rewrite rewrite = rewriteOf(streamFailingBehind(row.text).get());
         EXPECT_EQ(rewrite.result, -1);
-        if (text.back() == '\n') {
-            EXPECT_EQ(scan.message, "\nError reading stl file\n");
-            EXPECT_EQ(rewrite.message, "\nError reading stl file\n");
-        }
+        EXPECT_EQ(rewrite.message, row.rewriteMessage);
     }
 }
 
