@@ -1,12 +1,13 @@
 #include "stl/StlBlocks.h"
 
+#include "stl/StlLimits.h"
+#include "stl/Stream.h"
+
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 namespace {
-
-constexpr std::size_t pageSize = 4096;
-constexpr std::size_t longestLine = 999;
 
 bool canSeek(std::FILE *in) { return in != nullptr && std::ftell(in) >= 0; }
 
@@ -31,7 +32,7 @@ void StlBlockReader::giveBack()
 void StlBlockReader::continueFromStream()
 {
     m_atEnd = false;
-    m_readSize = pageSize;
+    m_readSize = streamPageSize;
 }
 
 void StlBlockReader::fill(std::size_t wanted)
@@ -50,9 +51,7 @@ void StlBlockReader::readAhead(std::size_t wanted)
     m_end -= m_begin;
     m_begin = 0;
     while (m_end < wanted && !m_atEnd) {
-        // Whole pages: a stream reads them straight into the block, while a rest would go through its own
-        // buffer.
-        const std::size_t room = std::min(m_readSize, (capacity - m_end) / pageSize * pageSize);
+        const std::size_t room = std::min(m_readSize, (capacity - m_end) / streamPageSize * streamPageSize);
         const std::size_t count = std::fread(m_block.get() + m_end, 1, room, m_in);
         m_end += count;
         if (count < room)
@@ -65,7 +64,7 @@ void StlBlockReader::readLine()
 {
     m_begin = 0;
     m_end = 0;
-    while (m_end < longestLine) {
+    while (m_end < stlLongestLine) {
         const int character = std::getc(m_in);
         if (character == EOF) {
             noteEnd();
@@ -80,5 +79,5 @@ void StlBlockReader::readLine()
 void StlBlockReader::noteEnd()
 {
     m_atEnd = true;
-    m_failed = std::feof(m_in) == 0;
+    m_error = std::feof(m_in) != 0 ? 0 : errno != 0 ? errno : EIO;
 }

@@ -1,15 +1,17 @@
 // The bytes of a stream, read ahead in blocks.
 #pragma once
 
+#include "stl/Stream.h"
+
 #include <cstddef>
 #include <cstdio>
 #include <memory>
 #include <string_view>
 
-// Hands out the next bytes of a stream without copying them. What was read ahead and not taken is given back
-// to the stream at the end, so that the stream then stands where byte-by-byte reading would have left it. A
-// stream that cannot be positioned is read one line (of 999 characters at most) at a time, and only when the
-// one before is taken. A null stream is empty.
+// Hands out the next bytes of a stream without copying them. Bytes that were read ahead and not taken are
+// given back to the stream by the destructor, so that the stream then stands where reading byte by byte would
+// have left it. A stream without positions is read one line (of stlLongestLine characters at most) at a time,
+// and only after the line before has been taken. A null stream is empty.
 class StlBlockReader {
 public:
     static constexpr std::size_t blockSize = std::size_t{1024} * 1024;
@@ -34,12 +36,12 @@ public:
     // Gives back what was read ahead, so that the stream itself can be read on.
     void giveBack();
 
-    // The stream stands elsewhere now (after giveBack and reading from it); reads less ahead for a while,
-    // since who reads the stream itself may have to do so again soon.
+    // Goes on from where the caller has read the stream to after giveBack(). Reads less ahead for a while,
+    // since the caller may have to read the stream itself again soon.
     void continueFromStream();
 
-    // True if the stream ended by an error and not by its end.
-    bool failed() const { return m_failed; }
+    // The value of errno if the stream ended by an error and not by its end, else 0.
+    int error() const { return m_error; }
 
 private:
     void fill(std::size_t wanted);
@@ -47,13 +49,13 @@ private:
     void readLine();
     void noteEnd();
 
-    static constexpr std::size_t capacity =
-        blockSize + 4096; // a whole block beside what is left of the one before
+    // A whole block beside what is left of the one before.
+    static constexpr std::size_t capacity = blockSize + streamPageSize;
 
     std::FILE *m_in;
     bool m_canSeek;
     bool m_atEnd = false;
-    bool m_failed = false;
+    int m_error = 0;
     std::size_t m_readSize = blockSize; // how much is asked of the stream at once
     std::unique_ptr<char[]> m_block;
     std::size_t m_begin = 0;

@@ -19,10 +19,11 @@ inline constexpr char stlCommonFacetText[] =
 constexpr std::size_t stlCommonFacetSize = sizeof stlCommonFacetText - 1;
 constexpr int stlCommonFacetLines = 7;
 
-// Where the points' first numbers start: the normal and the three corners. The numbers of a point are 16
-// bytes apart.
+// Where the four points start: the normal and the three corners. A point is three numbers with a blank after
+// each of the first two.
 constexpr std::size_t stlCommonPointStarts[4] = {15, 91, 152, 213};
 constexpr std::size_t stlCommonNumberStep = stlFixedNumberSize + 1;
+constexpr std::size_t stlCommonPointSize = 3 * stlCommonNumberStep - 1;
 
 namespace stl_common_facet {
 
@@ -32,11 +33,23 @@ bool sameBetween(const char *text)
     return std::memcmp(text + from, stlCommonFacetText + from, to - from) == 0;
 }
 
-constexpr std::size_t endOfPoint(std::size_t start) { return start + 3 * stlCommonNumberStep - 1; }
+constexpr std::size_t endOfPoint(std::size_t start) { return start + stlCommonPointSize; }
+
+// The text of a point's number 0, 1 or 2.
+template <typename Character>
+Character *numberOf(Character *point, std::size_t i)
+{
+    return point + i * stlCommonNumberStep;
+}
+
+inline bool blanksSeparateNumbers(const char *point)
+{
+    return numberOf(point, 1)[-1] == ' ' && numberOf(point, 2)[-1] == ' ';
+}
 
 } // namespace stl_common_facet
 
-// True if everything between the points is as it should be; the points themselves are not looked at.
+// True if everything but the points has the common form; the points are not looked at.
 inline bool stlHasCommonLayout(const char *text)
 {
     using namespace stl_common_facet;
@@ -47,31 +60,35 @@ inline bool stlHasCommonLayout(const char *text)
            sameBetween<endOfPoint(starts[3]), stlCommonFacetSize>(text);
 }
 
-// The functions below answer false if a number is not of the common form, or cannot be had by its kernel.
-// What they have filled in by then counts for nothing.
+// The functions below return false if a number does not have the common form or if its kernel declines it.
+// Ignore then what they have filled in.
 
-inline bool stlIsCommonPoint(const char *text)
+inline bool stlIsCommonPoint(const char *point)
 {
-    return text[15] == ' ' && text[31] == ' ' && stlIsFixedNumber(text) && stlIsFixedNumber(text + 16) &&
-           stlIsFixedNumber(text + 32);
+    using namespace stl_common_facet;
+    return blanksSeparateNumbers(point) && stlIsFixedNumber(point) && stlIsFixedNumber(numberOf(point, 1)) &&
+           stlIsFixedNumber(numberOf(point, 2));
 }
 
-// Reads the numbers of `count` points from firstPoint on, three each.
+// Reads `count` points from firstPoint on, three numbers each.
 template <std::size_t firstPoint, std::size_t count>
 inline bool stlReadCommonPoints(const char *facetText, double (&numbers)[3 * count])
 {
     for (std::size_t point = 0; point < count; ++point) {
         const char *const text = facetText + stlCommonPointStarts[firstPoint + point];
         double *const to = numbers + 3 * point;
-        if (text[15] != ' ' || text[31] != ' ' || !stlReadFixedNumber(text, to[0]) ||
-            !stlReadFixedNumber(text + 16, to[1]) || !stlReadFixedNumber(text + 32, to[2]))
+        if (!stl_common_facet::blanksSeparateNumbers(text))
             return false;
+        for (std::size_t i = 0; i < 3; ++i) {
+            if (!stlReadFixedNumber(stl_common_facet::numberOf(text, i), to[i]))
+                return false;
+        }
     }
     return true;
 }
 
-// Puts the numbers of `count` points, three each, where the points from firstPoint on have theirs; or
-// declines and writes nothing.
+// Writes the numbers of `count` points, three each, over the points from firstPoint on; or declines and
+// writes nothing.
 template <std::size_t firstPoint, std::size_t count>
 inline bool stlWriteCommonPoints(char *facetText, const double (&numbers)[3 * count])
 {
@@ -83,7 +100,7 @@ inline bool stlWriteCommonPoints(char *facetText, const double (&numbers)[3 * co
     for (std::size_t point = 0; point < count; ++point) {
         char *const text = facetText + stlCommonPointStarts[firstPoint + point];
         for (std::size_t i = 0; i < 3; ++i)
-            stlPutFixedNumber(text + i * stlCommonNumberStep, rounded[3 * point + i]);
+            stlPutFixedNumber(stl_common_facet::numberOf(text, i), rounded[3 * point + i]);
     }
     return true;
 }

@@ -1,7 +1,9 @@
 #include "stl/StlFacetGrammar.h"
 
 #include "stl/StlCommonFacet.h"
-#include "stl/StlPasses.h"
+#include "stl/StlLimits.h"
+
+#include <cstdio>
 
 namespace {
 

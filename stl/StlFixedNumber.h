@@ -7,10 +7,10 @@
 #pragma once
 
 #include "stl/PowersOfTen.h"
+#include "stl/StlExactDecimal.h"
 
 #include <array>
-#include <cfloat>
-#include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -101,7 +101,7 @@ constexpr DecadeTable makeDecadeTable()
     return table;
 }
 
-// A table, because the multiplications that would give the same stand at the head of all that a number needs.
+// A table, because the multiplications that would give the same are on the critical path of every number.
 inline constexpr DecadeTable decadeTable = makeDecadeTable();
 
 inline const Scale &scaleOf(const BinaryParts &value)
@@ -256,23 +256,6 @@ inline std::uint32_t eightDigits(std::uint64_t word)
     return static_cast<std::uint32_t>(digits);
 }
 
-// The powers of ten that a double holds exactly.
-inline constexpr std::array<double, 23> exactPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                            1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                                            1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-
-// digits * 10^exponent where one correctly rounded operation on two exact numbers gives it (Clinger's fast
-// case). digits is at most 2^53.
-inline bool scaleExactly(std::uint64_t digits, int exponent, double &value)
-{
-    if (exponent < -22 || exponent > 22)
-        return false;
-    const double exact = static_cast<double>(static_cast<std::int64_t>(digits));
-    value = exponent < 0 ? exact / exactPowersOfTen[static_cast<std::size_t>(-exponent)]
-                         : exact * exactPowersOfTen[static_cast<std::size_t>(exponent)];
-    return true;
-}
-
 } // namespace stl_fixed_number
 
 // True if the 15 characters have the form.
@@ -344,27 +327,9 @@ inline bool stlReadFixedNumber(const char *text, double &value)
         static_cast<std::uint64_t>(digit(1)) * 100000000U + eightDigits(load64(text + 3));
     const int exponent = 10 * digit(13) + digit(14);
     double magnitude = 0.0;
-    if (!scaleExactly(digits, (text[12] == '-' ? -exponent : exponent) - 8, magnitude))
+    if (!stlScaleExactly(digits, (text[12] == '-' ? -exponent : exponent) - 8, magnitude))
         return false;
     constexpr double signs[2] = {1.0, -1.0}; // coordinates change sign too often for a branch
     value = signs[static_cast<int>(text[0] == '-')] * magnitude;
-    return true;
-}
-
-// A correctly rounded double rounds on to the correctly rounded float, unless it lies exactly between two
-// floats: then the decimal number may have been on either side of it. Floats have 29 bits less, so that
-// double has a one and 28 zeros there. Subnormal floats have fewer bits yet and are declined, as are numbers
-// beyond the largest float.
-inline bool stlRoundToFloat(double exact, float &value)
-{
-    constexpr std::uint64_t lostBits = (std::uint64_t{1} << 29U) - 1;
-    constexpr std::uint64_t middle = std::uint64_t{1} << 28U;
-    const double magnitude = std::fabs(exact);
-    const bool inRange =
-        (magnitude >= static_cast<double>(FLT_MIN) && magnitude <= static_cast<double>(FLT_MAX)) ||
-        magnitude == 0.0;
-    if (!inRange || (stl_fixed_number::bitsOf(exact) & lostBits) == middle)
-        return false;
-    value = static_cast<float>(exact);
     return true;
 }

@@ -6,13 +6,12 @@
 
 bool StlLineReader::next()
 {
-    const std::string_view bytes = m_blocks.ahead(stlLineCapacity - 1);
-    m_ranOut = bytes.empty();
+    std::string_view piece = m_blocks.ahead(stlLongestLine).substr(0, stlLongestLine);
+    piece = piece.substr(0, std::min(piece.find('\n'), piece.size() - 1) + 1);
+    const bool isWhole = piece.size() == stlLongestLine || (!piece.empty() && piece.back() == '\n');
+    m_ranOut = piece.empty() || (!isWhole && m_blocks.error() != 0);
     if (m_ranOut)
         return false;
-    std::string_view piece = bytes.substr(0, stlLineCapacity - 1);
-    piece = piece.substr(0, std::min(piece.find('\n'), piece.size() - 1) + 1);
-    m_ranOut = piece.back() != '\n' && piece.size() < stlLineCapacity - 1;
     m_line = piece.substr(0, piece.find('\0'));
     m_blocks.take(piece.size());
     ++m_number;

@@ -2,23 +2,21 @@
 #pragma once
 
 #include "stl/StlBlocks.h"
+#include "stl/StlLimits.h"
 
 #include <cstdio>
 #include <string_view>
 
-// A line is what fgets with room for this many characters reads: a longer one arrives in pieces of 999
-// characters, and each piece counts as a line.
-constexpr int stlLineCapacity = 1000;
-
-// Reads a stream line by line and counts. A null stream has no lines. At the end of its life the stream
-// stands behind the last line taken.
+// Reads a stream line by line, as fgets does, and counts the lines. A null stream has none. The destructor
+// leaves the stream right after the last line taken.
 class StlLineReader {
 public:
     explicit StlLineReader(std::FILE *in)
         : m_blocks(in)
     {}
 
-    // Goes to the next line; false at the end of the stream, and then line() and number() stay as they were.
+    // Goes to the next line. False at the end of the stream; number() then stays as it was. A line that a read
+    // error cuts short counts as not read.
     bool next();
 
     // The line as read, line feed included. A zero byte ends what is seen of it. Valid until the next call of
@@ -31,12 +29,12 @@ public:
     // 1 for the first line, 0 before it.
     int number() const { return m_number; }
 
-    // True if there was no next line, or not the whole of it, because reading failed. An error behind the
-    // last line taken, met while reading ahead, is none.
-    bool failed() const { return m_ranOut && m_blocks.failed(); }
+    // True if next() found no line because reading failed. An error met while reading ahead, past the last
+    // line taken, does not count.
+    bool failed() const { return m_ranOut && m_blocks.error() != 0; }
 
-    // For readers that know some lines by heart: `count` bytes behind the current line, or null if there are
-    // fewer at hand; and the way over the lines in them.
+    // For callers that recognise several lines at once: the `count` bytes after the current line, or null if
+    // there are fewer; and how to skip the lines in them.
     const char *ahead(std::size_t count)
     {
         const std::string_view bytes = m_blocks.ahead(count);
@@ -52,7 +50,7 @@ private:
     StlBlockReader m_blocks;
     std::string_view m_line;
     int m_number = 0;
-    bool m_ranOut = false; // the stream ended at or within the last line asked for
+    bool m_ranOut = false; // next() has found no line
 };
 
 // Hands out the words of a line. Only the space character separates words: a tab belongs to its word.

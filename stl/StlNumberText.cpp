@@ -1,11 +1,12 @@
 #include "stl/StlNumberText.h"
 
 #include "stl/StlFixedNumber.h"
-#include "stl/StlLines.h"
+#include "stl/StlLimits.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <system_error>
 
 namespace {
@@ -50,7 +51,7 @@ bool readPlainNumber(std::string_view word, double &value)
 
 bool readAnyNumber(std::string_view word, double &value)
 {
-    // A word is a piece of a line, so it fits with its end mark.
+    // A word is part of a line, so it fits together with the terminating zero.
     char text[stlLineCapacity];
     text[word.copy(text, sizeof text - 1)] = '\0';
     return std::sscanf(text, "%lf", &value) == 1;
@@ -81,19 +82,3 @@ bool stlReadNumber(std::string_view word, double &value)
 {
     return readPlainNumber(word, value) || readAnyNumber(word, value);
 }
-
-// The readers below ignore what fscanf returns: fields that do not convert keep their values, as promised.
-
-void stlScanNormal(std::FILE *in, float &x, float &y, float &z)
-{
-    [[maybe_unused]] const int converted = std::fscanf(in, "%*s %*s %f %f %f\n", &x, &y, &z);
-}
-
-void stlScanCorner(std::FILE *in, float &x, float &y, float &z)
-{
-    [[maybe_unused]] const int converted = std::fscanf(in, "%*s %f %f %f\n", &x, &y, &z);
-}
-
-void stlSkipWord(std::FILE *in) { [[maybe_unused]] const int converted = std::fscanf(in, "%*s"); }
-
-void stlSkipTwoWords(std::FILE *in) { [[maybe_unused]] const int converted = std::fscanf(in, "%*s %*s"); }

@@ -12,9 +12,6 @@ namespace {
 
 constexpr double unmeasured = 1e25;
 
-constexpr const char *readError = "\nError reading stl file\n";
-constexpr const char *writeError = "\nError writing stl file\n";
-
 void setMessage(char *message, const char *text) { std::snprintf(message, stlMessageCapacity, "%s", text); }
 
 void appendTotals(char *message, int lines, int facets)
@@ -212,13 +209,13 @@ int stl_scan_extents(char *message, std::FILE *in, double *minX, double *maxX, d
     ExtentScan scan(min, max);
     StlLineReader lines(in);
     if (!lines.next()) {
-        setMessage(message, readError);
+        setMessage(message, stlReadErrorMessage);
         return -1;
     }
     if (!stlWalkFacets(lines, StlPassKind::scan, scan, message).ok)
         return -1;
     if (lines.failed()) {
-        setMessage(message, readError);
+        setMessage(message, stlReadErrorMessage);
         return -1;
     }
     return 0;
@@ -241,7 +238,7 @@ int stl_apply_pass(char *message, std::FILE *in, std::FILE *out, double xScl, do
     if (!walk.ok)
         return -1;
     if (lines.failed() || !written) {
-        setMessage(message, lines.failed() ? readError : writeError);
+        setMessage(message, lines.failed() ? stlReadErrorMessage : stlWriteErrorMessage);
         return -1;
     }
     appendTotals(message, lines.number(), walk.facets);

@@ -3,17 +3,19 @@
 #pragma once
 
 #include "stl/RotationMatrix.h"
+#include "stl/StlLimits.h"
 
 #include <cstdio>
 
-// The size of a message buffer: the longest line piece (999 characters), its message and both totals fit.
-constexpr int stlMessageCapacity = 2048;
+// Messages that several places give.
+inline constexpr char stlReadErrorMessage[] = "\nError reading stl file\n";
+inline constexpr char stlWriteErrorMessage[] = "\nError writing stl file\n";
 
 // Finds the smallest and largest coordinate of each axis over all vertex lines, from the stream's position up
 // to an "endsolid" line or the end of the file. Without a vertex the extents are 1e25 and -1e25.
 // `in` is neither closed nor rewound; a null stream counts as an empty one.
-// Returns 0, or -1 with the reason in `message` (stlMessageCapacity characters). A stream that cannot be read
-// on is a failure, too; that it merely ends is none where a facet may begin.
+// Returns 0, or -1 with the reason in `message` (stlMessageCapacity characters). A read error is a failure
+// everywhere; the end of the stream is none where a facet may begin.
 int stl_scan_extents(char *message, std::FILE *in, double *minX, double *maxX, double *minY, double *maxY,
                      double *minZ, double *maxZ);
 

@@ -1,5 +1,6 @@
 #include "stl/StlPlainScan.h"
 
+#include "stl/StlExactDecimal.h"
 #include "stl/StlFixedNumber.h"
 
 #include <charconv>
@@ -12,7 +13,7 @@ bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-// A number as "%f" takes it: digits with a point among, before or behind them, and an exponent.
+// A number as "%f" takes it: digits with a point before, between or after them, and an exponent.
 struct Decimal {
     std::uint64_t digits = 0;
     int count = 0;    // of significant digits
@@ -30,7 +31,7 @@ public:
           m_end(end)
     {}
 
-    // True for a decimal number, however long; position() is behind it then.
+    // True for a decimal number of any length; position() is then right after it.
     bool run(Decimal &decimal)
     {
         readSign(decimal);
@@ -59,7 +60,7 @@ private:
         }
     }
 
-    void readDigits(Decimal &decimal, bool behindPoint)
+    void readDigits(Decimal &decimal, bool afterPoint)
     {
         for (; m_at != m_end && isDigit(*m_at); ++m_at) {
             const auto digit = static_cast<unsigned>(*m_at - '0');
@@ -67,7 +68,7 @@ private:
                 ++decimal.count;
             if (decimal.count <= mostDigits)
                 decimal.digits = decimal.digits * 10 + digit;
-            if (behindPoint)
+            if (afterPoint)
                 --decimal.exponent;
         }
     }
@@ -147,8 +148,7 @@ bool StlPlainScanner::readDecimalFloat(float &value)
     m_at = scan.position();
 
     double exact = 0.0;
-    if (decimal.count <= mostDigits &&
-        stl_fixed_number::scaleExactly(decimal.digits, decimal.exponent, exact) &&
+    if (decimal.count <= mostDigits && stlScaleExactly(decimal.digits, decimal.exponent, exact) &&
         stlRoundToFloat(decimal.negative ? -exact : exact, value))
         return true;
     const std::from_chars_result read = std::from_chars(start, m_at, value);

@@ -1,11 +1,11 @@
-// What fscanf's "%*s" and "%f" do to plain text, on memory. Anything that is not plain is declined, and left
-// to fscanf.
+// What fscanf's "%*s" and "%f" do to plain text, done in memory. Anything that is not plain is declined and
+// left to fscanf.
 #pragma once
 
 #include <string_view>
 
 // Walks over a piece of text whose continuation is unknown: a word or number that reaches its end is
-// declined. Once something was declined, the scanner is of no more use.
+// declined. After anything was declined, the scanner is of no further use.
 class StlPlainScanner {
 public:
     explicit StlPlainScanner(std::string_view text)
@@ -16,11 +16,11 @@ public:
     // Skips blanks, then a word.
     bool skipWord();
 
-    // Skips blanks, then reads a decimal number within the range of a float that a blank follows; correctly
-    // rounded, straight to a float.
+    // Skips blanks, then reads a decimal number, followed by a blank and within the range of a float; rounded
+    // correctly, straight to a float.
     bool readFloat(float &value);
 
-    // Behind the last word or number.
+    // Right after the last word or number.
     const char *position() const { return m_at; }
 
     // True if something was declined because the text ended there; with more text it might be plain.

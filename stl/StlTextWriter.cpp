@@ -1,15 +1,10 @@
 #include "stl/StlTextWriter.h"
 
 #include "stl/StlNumberText.h"
+#include "stl/Stream.h"
 
 #include <algorithm>
 #include <cstring>
-
-namespace {
-
-constexpr std::size_t pageSize = 4096;
-
-} // namespace
 
 StlTextWriter::StlTextWriter(std::FILE *out)
     : m_out(out),
@@ -25,8 +20,7 @@ void StlTextWriter::handOver(std::size_t count)
     std::memmove(m_block.get(), m_block.get() + count, m_used);
 }
 
-// Whole pages: a stream passes them on as they are, while a rest would be copied into its own buffer first.
-void StlTextWriter::makeRoom() { handOver(m_used / pageSize * pageSize); }
+void StlTextWriter::makeRoom() { handOver(m_used / streamPageSize * streamPageSize); }
 
 void StlTextWriter::write(std::string_view text)
 {

@@ -9,17 +9,11 @@
 #include "transform/RunReporter.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <new>
-
-namespace {
-
-QString systemText(int error) { return QString::fromLocal8Bit(std::strerror(error)); }
-
-} // namespace
 
 RunPipeline::RunPipeline(RunReporter &reporter)
     : m_reporter(reporter)
@@ -33,7 +27,9 @@ void RunPipeline::run(const TransformParameters &parameters, const QString &inpu
     try {
         runToTheEnd(parameters, inputPath, outputPath);
     } catch (const std::bad_alloc &) {
-        m_reporter.error("stl_initialize: " + systemText(ENOMEM));
+        errno = ENOMEM;
+        std::perror("stl_initialize");
+        reportMissingMemory();
     }
     closeInput();
     m_logFile.reset();
@@ -42,47 +38,29 @@ void RunPipeline::run(const TransformParameters &parameters, const QString &inpu
 void RunPipeline::runToTheEnd(const TransformParameters &parameters, const QString &inputPath,
                               const QString &outputPath)
 {
-    std::optional<Stream> input = prepareInput(inputPath);
-    if (!input)
+    if (!loadMesh(inputPath))
         return;
-    // The output is created or emptied even if the preparation has failed.
-    Stream output = openOutput(outputPath);
-    if (*input && output && transform(parameters, std::move(*input), std::move(output)))
+    const bool written = stl_write_ascii_checked(m_mesh, temporaryFileName);
+    Stream input = prepare();
+    if (!written) { // The output may be the input, so it must not be opened.
+        m_reporter.error(stlWriteErrorMessage);
+        return;
+    }
+    Stream output = openOutput(outputPath); // created or emptied even if the preparation has failed
+    if (input && output && transform(parameters, std::move(input), std::move(output)))
         finish(outputPath);
-}
-
-std::optional<Stream> RunPipeline::prepareInput(const QString &inputPath)
-{
-    if (!loadMesh(inputPath) || !writeTemporaryFile())
-        return std::nullopt;
-    return openTemporaryFileAndLog();
 }
 
 bool RunPipeline::loadMesh(const QString &inputPath)
 {
     stl_initialize(m_mesh, inputPath.toUtf8().constData());
-    errno = 0;
-    // A pipe has no size, so it would count as an empty mesh.
-    if (std::fseek(m_mesh.file, 0, SEEK_CUR) != 0) {
-        m_reporter.error("stl_initialize: " + systemText(errno));
-        return false;
-    }
-    errno = 0;
     stl_allocate_facets(m_mesh);
-    const int allocationError = errno;
     stl_load_facets(m_mesh, 0, true);
-    const bool readFailed = std::ferror(m_mesh.file) != 0;
     closeInput();
-    if (m_mesh.facets == nullptr) {
-        m_reporter.error("stl_initialize: " + systemText(allocationError));
-        return false;
-    }
-    // A directory can be opened but not read, and counts as an empty mesh.
-    if (readFailed && !QFileInfo(inputPath).isDir()) {
-        m_reporter.error(QStringLiteral("\nError reading stl file\n"));
-        return false;
-    }
-    return true;
+    if (m_mesh.facets != nullptr)
+        return true;
+    reportMissingMemory();
+    return false;
 }
 
 void RunPipeline::closeInput()
@@ -92,15 +70,12 @@ void RunPipeline::closeInput()
     m_mesh.file = nullptr;
 }
 
-bool RunPipeline::writeTemporaryFile()
+void RunPipeline::reportMissingMemory()
 {
-    if (stl_write_ascii_checked(m_mesh, temporaryFileName))
-        return true;
-    m_reporter.error(QStringLiteral("\nError writing stl file\n"));
-    return false;
+    m_reporter.error(QStringLiteral("stl_initialize: ") + QString::fromLocal8Bit(std::strerror(ENOMEM)));
 }
 
-Stream RunPipeline::openTemporaryFileAndLog()
+Stream RunPipeline::prepare()
 {
     QFile emptied(logFileName);
     if (!emptied.open(QIODevice::WriteOnly)) {
@@ -123,7 +98,7 @@ void RunPipeline::openLog()
     m_logFile.reset(std::fopen(logFileName, "a"));
     if (m_logFile)
         m_logWasOpened = true;
-    else // Deliberate: the placeholder stands in the text as users know it. The run goes on without a log.
+    else // Deliberate: users know the text with its placeholder. The run goes on without a log.
         m_reporter.error(QStringLiteral("Cannot open logfile: %s"));
 }
 
@@ -170,7 +145,7 @@ void RunPipeline::closeLog()
 {
     if (!m_logFile)
         return;
-    // What got lost before the end is not told by closing.
+    // Closing reports no earlier failure.
     const bool complete = std::ferror(m_logFile.get()) == 0;
     if (std::fclose(m_logFile.release()) != 0 || !complete)
         m_reporter.error(QStringLiteral("Cannot close logfile \"%1\".\n").arg(logFileName));

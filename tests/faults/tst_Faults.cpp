@@ -1,6 +1,7 @@
 // Whole runs in which one operation of the system fails, once for each operation that a run has: afterwards
 // the input is what it was, the user was told, no success was claimed without the whole output, and the next
 // run succeeds.
+#include "stl/StlReader.h"
 #include "tests/faults/FaultPoints.h"
 #include "tests/faults/SilentRun.h"
 #include "tests/support/DyingProcess.h"
@@ -148,7 +149,7 @@ private:
         EXPECT_EQ(readBytes(outputName), m_output);
     }
 
-    // The run has ended the process, as it does if it cannot open the input or make the temporary file.
+    // The run has ended the process, as it does if it cannot read the input or create the temporary file.
     void expectFatalEnd(const ProcessOutcome &outcome)
     {
         EXPECT_EQ(outcome.status, 1) << outcome.standardError;
@@ -200,39 +201,119 @@ TEST(Faults, ABinaryFileThatCannotBeOpenedAgainIsToldBeforeItsSize)
               "stl_initialize: Couldn't open in.stl for reading: Too many open files\n");
 }
 
-TEST(Faults, AnInputThatCannotBeReadIsToldAndTouchesNothing)
+// What a run does whose n-th operation at a point fails, and all after it.
+ProcessOutcome outcomeOfFault(FaultPoint point, long n, int error)
 {
-    const TemporaryFolder folder;
-    writeBytes(inputName, asciiMesh());
-    writeBytes(outputName, "old");
-    writeBytes("meshvane.log", "old");
-    const ProcessOutcome outcome = outcomeOf([] {
+    return outcomeOf([point, n, error] {
         UndisturbedListener listener;
         RunPipeline pipeline(listener);
-        armFault(FaultPoint::read, 1, EIO, true);
+        armFault(point, n, error, true);
         runOnce(pipeline);
         disarmFaults();
         writeBytes("heard", listener.heard);
     });
-    EXPECT_EQ(outcome.status, survivedStatus);
-    EXPECT_EQ(readBytes("heard"), "error: \nError reading stl file\n\n");
+}
+
+struct UnreadableInput {
+    const char *name;
+    bool isBinary;
+    FaultPoint point;
+    long n;
+    int error;
+    const char *standardError;
+};
+
+class Input : public ::testing::TestWithParam<UnreadableInput> {};
+
+TEST_P(Input, ThatCannotBeReadToItsEndEndsTheProcessAndNothingElse)
+{
+    const UnreadableInput &fault = GetParam();
+    const TemporaryFolder folder;
+    writeBytes(inputName, fault.isBinary ? binaryStl("", differentFacets(40)) : asciiMesh());
+    writeBytes(outputName, "old");
+    writeBytes("meshvane.log", "old");
+    const ProcessOutcome outcome = outcomeOfFault(fault.point, fault.n, fault.error);
+    EXPECT_TRUE(outcome.exited);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.standardError, fault.standardError);
     EXPECT_EQ(readBytes(outputName), "old");
     EXPECT_EQ(readBytes("meshvane.log"), "old");
     EXPECT_FALSE(std::filesystem::exists("_tmp_stl_"));
 }
 
-// A pipe or a terminal: nothing but the input's size tells it from an empty file.
-TEST(Faults, AnInputThatCannotBeSoughtInIsNoEmptyMesh)
+// Streams have buffers of 256 bytes here, so each file takes many reads.
+constexpr const char *notOpened = "stl_initialize: Couldn't open in.stl for reading: Input/output error\n";
+constexpr UnreadableInput unreadableInputs[] = {
+    {"AsciiInItsTypeTest", false, FaultPoint::read, 1, EIO, notOpened},
+    {"AsciiInItsFirstLines", false, FaultPoint::read, 3, EIO, notOpened},
+    {"AsciiInItsLastLines", false, FaultPoint::read, 7, EIO, notOpened},
+    {"BinaryInItsTypeTest", true, FaultPoint::read, 1, EIO, notOpened},
+    {"BinaryInItsHeader", true, FaultPoint::read, 2, EIO, notOpened},
+    {"BinaryInItsFacets", true, FaultPoint::read, 4, EIO, "stl_load_facets: Input/output error\n"},
+    {"WithoutPositions", false, FaultPoint::seek, 1, ESPIPE,
+     "stl_initialize: Couldn't open in.stl for reading: Illegal seek\n"},
+};
+
+INSTANTIATE_TEST_SUITE_P(, Input, ::testing::ValuesIn(unreadableInputs),
+                         [](const auto &test) { return std::string(test.param.name); });
+
+void expectEmptyMeshAfter(FaultPoint point, long n, int error)
+{
+    UndisturbedListener listener;
+    RunPipeline pipeline(listener);
+    armFault(point, n, error, false);
+    pipeline.run(doubling(), inputName, outputName);
+    disarmFaults();
+    EXPECT_EQ(listener.heard, "finished\n");
+    EXPECT_EQ(readBytes(outputName), "solid  (null)\nendsolid  \n");
+}
+
+// File systems differ in the size they give a directory and in whether they let a stream seek in it.
+TEST(Faults, ADirectoryInWhichNobodyCanSeekIsAnEmptyMesh)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(inputName);
+    expectEmptyMeshAfter(FaultPoint::seek, 1, EINVAL);
+}
+
+TEST(Faults, ADirectoryWithASizeIsAnEmptyMesh)
+{
+    const TemporaryFolder folder;
+    writeBytes(inputName, "a size for the directory\n");
+    expectEmptyMeshAfter(FaultPoint::read, 2, EISDIR); // where the lines are counted
+}
+
+TEST(Faults, TheLinesOfAFileWithoutSizeAreNotRead)
+{
+    const TemporaryFolder folder;
+    writeBytes(inputName, "");
+    countOperations();
+    {
+        char bytes[128];
+        const Stream in(std::fopen(inputName, "r"));
+        std::fseek(in.get(), 0, SEEK_END);
+        std::fseek(in.get(), 84, SEEK_SET);
+        EXPECT_EQ(std::fread(bytes, 1, sizeof bytes, in.get()), 0U);
+        std::rewind(in.get());
+        EXPECT_EQ(std::getc(in.get()), EOF);
+    }
+    const long readsOfTypeTestAndLabel = operationsAt(FaultPoint::read);
+
+    StlMesh mesh;
+    countOperations();
+    stl_initialize(mesh, inputName);
+    disarmFaults();
+    std::fclose(mesh.file);
+    EXPECT_EQ(operationsAt(FaultPoint::read), readsOfTypeTestAndLabel);
+}
+
+TEST(Faults, MemoryThatRunsOutIsReportedOnStandardErrorToo)
 {
     const TemporaryFolder folder;
     writeBytes(inputName, asciiMesh());
-    UndisturbedListener listener;
-    RunPipeline pipeline(listener);
-    armFault(FaultPoint::seek, 1, ESPIPE, true);
-    runOnce(pipeline);
-    disarmFaults();
-    EXPECT_EQ(listener.heard, "error: stl_initialize: Illegal seek\n");
-    EXPECT_FALSE(std::filesystem::exists(outputName));
+    const ProcessOutcome outcome = outcomeOfFault(FaultPoint::allocate, 1, ENOMEM);
+    EXPECT_EQ(outcome.standardError, "stl_initialize: Cannot allocate memory\n");
+    EXPECT_EQ(readBytes("heard"), "error: stl_initialize: Cannot allocate memory\n");
 }
 
 constexpr FaultCase faultCases[] = {

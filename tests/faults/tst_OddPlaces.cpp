@@ -147,6 +147,9 @@ public:
         : m_child(fork())
     {
         if (m_child == 0) {
+            writeBytes("heard", "");
+            if (std::freopen("standard-error", "w", stderr) == nullptr)
+                _exit(2);
             writeBytes("heard", hearRun(doubling(), input, output));
             _exit(0);
         }
@@ -165,14 +168,18 @@ public:
     {
         const auto end = std::chrono::steady_clock::now() + limit;
         while (!m_ended && std::chrono::steady_clock::now() < end) {
-            m_ended = waitpid(m_child, nullptr, WNOHANG) == m_child;
+            m_ended = waitpid(m_child, &m_status, WNOHANG) == m_child;
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
         }
         return m_ended;
     }
 
+    // Of a run that has ended; -1 for one that a signal ended.
+    int exitStatus() const { return WIFEXITED(m_status) ? WEXITSTATUS(m_status) : -1; }
+
 private:
     pid_t m_child;
+    int m_status = 0;
     bool m_ended = false;
 };
 
@@ -191,20 +198,27 @@ TEST(OddPlaces, APipeWithoutWriterAsInputKeepsTheProgramWaiting)
     EXPECT_FALSE(fs::exists("meshvane.log"));
 }
 
-TEST(OddPlaces, APipeWithAWriterAsInputIsRefused)
+TEST(OddPlaces, APipeWithAWriterAsInputEndsTheProcess)
 {
-    const TemporaryFolder folder;
-    ASSERT_EQ(mkfifo("pipe.stl", 0600), 0);
-    RunElsewhere run("pipe.stl", "out.stl");
-    std::signal(SIGPIPE, SIG_IGN); // the program reads none of it
-    {
-        const Stream pipe(std::fopen("pipe.stl", "w"));
-        std::fwrite(mesh.data(), 1, mesh.size(), pipe.get());
+    for (const std::string &bytes : {mesh, binaryStl("", differentFacets(4))}) {
+        const TemporaryFolder folder;
+        ASSERT_EQ(mkfifo("pipe.stl", 0600), 0);
+        RunElsewhere run("pipe.stl", "out.stl");
+        std::signal(SIGPIPE, SIG_IGN); // the program reads none of it
+        {
+            const Stream pipe(std::fopen("pipe.stl", "w"));
+            std::fwrite(bytes.data(), 1, bytes.size(), pipe.get());
+        }
+        std::signal(SIGPIPE, SIG_DFL);
+        ASSERT_TRUE(run.endsWithin(patience));
+        EXPECT_EQ(run.exitStatus(), 1);
+        EXPECT_EQ(readBytes("heard"), "");
+        EXPECT_EQ(readBytes("standard-error"),
+                  "stl_initialize: Couldn't open pipe.stl for reading: Illegal seek\n");
+        EXPECT_FALSE(fs::exists("_tmp_stl_"));
+        EXPECT_FALSE(fs::exists("out.stl"));
+        EXPECT_FALSE(fs::exists("meshvane.log"));
     }
-    std::signal(SIGPIPE, SIG_DFL);
-    ASSERT_TRUE(run.endsWithin(patience));
-    EXPECT_EQ(readBytes("heard"), "error: stl_initialize: Illegal seek\n");
-    EXPECT_FALSE(fs::exists("out.stl"));
 }
 
 // "w+" opens both ends. What is in the pipe when the last end is closed is gone.

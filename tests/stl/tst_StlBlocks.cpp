@@ -3,6 +3,7 @@
 #include "tests/support/TextFile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <gtest/gtest.h>
 #include <string>
 #include <unistd.h>
@@ -31,7 +32,7 @@ TEST(StlBlocks, WhatIsAheadStaysAheadUntilItIsTaken)
     EXPECT_EQ(reader.ahead(3), "def");
     reader.take(3);
     EXPECT_EQ(reader.ahead(1), "");
-    EXPECT_FALSE(reader.failed());
+    EXPECT_EQ(reader.error(), 0);
 }
 
 TEST(StlBlocks, FewerBytesThanWantedAreAheadOnlyAtTheEnd)
@@ -76,7 +77,7 @@ TEST(StlBlocks, AllBytesComeInOrderOverBlockBorders)
                 reader.take(ahead.size());
             }
             EXPECT_TRUE(got == bytes);
-            EXPECT_FALSE(reader.failed());
+            EXPECT_EQ(reader.error(), 0);
         }
     }
 }
@@ -163,7 +164,7 @@ TEST(StlBlocks, ANullStreamIsEmpty)
     reader.giveBack();
     reader.continueFromStream();
     EXPECT_EQ(reader.ahead(1), "");
-    EXPECT_FALSE(reader.failed());
+    EXPECT_EQ(reader.error(), 0);
 }
 
 struct Pipe {
@@ -210,7 +211,7 @@ TEST(StlBlocks, OfAPipeALineIsReadWithoutWaitingForTheNext)
     EXPECT_EQ(reader.ahead(1), "three");
     reader.take(5);
     EXPECT_EQ(reader.ahead(1), "");
-    EXPECT_FALSE(reader.failed());
+    EXPECT_EQ(reader.error(), 0);
 }
 
 TEST(StlBlocks, OfAPipeNothingBehindTheLineIsTaken)
@@ -249,9 +250,9 @@ TEST(StlBlocks, ADirectoryFails)
     const TemporaryFolder folder;
     const Stream in = openStream(".", "r");
     StlBlockReader reader(in.get());
-    EXPECT_FALSE(reader.failed());
+    EXPECT_EQ(reader.error(), 0);
     EXPECT_EQ(reader.ahead(1), "");
-    EXPECT_TRUE(reader.failed());
+    EXPECT_EQ(reader.error(), EISDIR);
 }
 
 TEST(StlBlocks, AStreamForWritingFails)
@@ -260,7 +261,7 @@ TEST(StlBlocks, AStreamForWritingFails)
     const Stream in = openStream("out", "w");
     StlBlockReader reader(in.get());
     EXPECT_EQ(reader.ahead(1), "");
-    EXPECT_TRUE(reader.failed());
+    EXPECT_EQ(reader.error(), EBADF);
     EXPECT_NE(std::ferror(in.get()), 0);
 }
 
@@ -272,7 +273,7 @@ TEST(StlBlocks, APipeThatCannotBeReadFails)
     const Stream in(fdopen(ends[1], "w"));
     StlBlockReader reader(in.get());
     EXPECT_EQ(reader.ahead(1), "");
-    EXPECT_TRUE(reader.failed());
+    EXPECT_EQ(reader.error(), EBADF);
 }
 
 } // namespace

@@ -45,14 +45,24 @@ int closeDevice(void *cookie)
     return 0;
 }
 
-} // namespace
-
-Stream streamFailingBehind(std::string_view bytes)
+Stream streamOn(std::string_view bytes, cookie_io_functions_t operations)
 {
     auto device = std::make_unique<Device>(Device{std::string(bytes), 0});
-    Stream stream(fopencookie(device.get(), "r", {readDevice, nullptr, seekDevice, closeDevice}));
+    Stream stream(fopencookie(device.get(), "r", operations));
     if (!stream)
         throw std::system_error(errno, std::generic_category(), "no stream with a bad spot");
     static_cast<void>(device.release()); // the stream's now
     return stream;
+}
+
+} // namespace
+
+Stream streamFailingAfter(std::string_view bytes)
+{
+    return streamOn(bytes, {readDevice, nullptr, seekDevice, closeDevice});
+}
+
+Stream pipeFailingAfter(std::string_view bytes)
+{
+    return streamOn(bytes, {readDevice, nullptr, nullptr, closeDevice});
 }

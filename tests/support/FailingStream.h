@@ -5,7 +5,9 @@
 
 #include <string_view>
 
-// Holds these bytes, which can be read and sought in; reading what lies behind them fails. Throws
-// std::system_error if there is no such stream to be had. Uses fopencookie, so it needs glibc or a library
-// like it.
-Stream streamFailingBehind(std::string_view bytes);
+// Holds these bytes; reading past them fails with EIO. Throws std::system_error if there is no such stream.
+// Uses fopencookie, so it needs glibc or a library like it.
+Stream streamFailingAfter(std::string_view bytes);
+
+// The same without positions, as a pipe.
+Stream pipeFailingAfter(std::string_view bytes);

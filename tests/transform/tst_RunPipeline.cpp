@@ -453,22 +453,36 @@ TEST_F(RunPipelineTest, ABinaryFileIsNotOpenTwiceAtATime)
     EXPECT_EQ(runWithOpenFiles(1), Texts{"error: Invalid input file."}); // got as far as the log
 }
 
-// A disc that is full while the temporary file is written. The output may be the input, so neither it nor the
-// log is touched.
-TEST_F(RunPipelineTest, AnIncompleteTemporaryFileEndsTheRunAtOnce)
+// A disc that is full while the temporary file is written. The log no longer describes the run before; the
+// output is not touched, since it may be the input.
+TEST_F(RunPipelineTest, AnIncompleteTemporaryFileEndsTheRunBeforeTheOutputIsOpened)
 {
     fs::create_symlink("/dev/full", "_tmp_stl_");
     writeBytes("out.stl", "old output");
     writeBytes("meshvane.log", "old log");
+    pipeline.whenSaid([](const std::string &) { EXPECT_EQ(readBytes("meshvane.log"), ""); });
     EXPECT_EQ(run(), Texts{"error: \nError writing stl file\n"});
     EXPECT_EQ(readBytes("out.stl"), "old output");
-    EXPECT_EQ(readBytes("meshvane.log"), "old log");
+    EXPECT_EQ(readBytes("meshvane.log"), logHeader);
     EXPECT_EQ(readBytes("in.stl"), input);
     EXPECT_TRUE(fs::is_symlink("_tmp_stl_"));
-    EXPECT_FALSE(pipeline.logWasOpened());
+    EXPECT_TRUE(pipeline.logWasOpened());
+
+    EXPECT_EQ(run("in.stl", "in.stl"), Texts{"error: \nError writing stl file\n"});
+    EXPECT_EQ(readBytes("in.stl"), input);
 
     fs::remove("_tmp_stl_");
+    pipeline.whenSaid(nullptr);
     EXPECT_EQ(run(), Texts{finishedOut});
+}
+
+TEST_F(RunPipelineTest, AnIncompleteTemporaryFileIsReportedAfterALogThatCannotBeEmptied)
+{
+    fs::create_symlink("/dev/full", "_tmp_stl_");
+    fs::create_directory("meshvane.log");
+    EXPECT_EQ(run(), (Texts{"logNotEmptied: Failed to open log file.\nError Details: Is a directory",
+                            "error: \nError writing stl file\n"}));
+    EXPECT_FALSE(fs::exists("out.stl"));
 }
 
 // -------------------------------------------------------------------------------------- failures afterwards

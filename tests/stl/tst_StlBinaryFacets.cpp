@@ -1,0 +1,80 @@
+#include "stl/StlBinaryFacets.h"
+#include "tests/support/FailingStream.h"
+#include "tests/support/MeshFiles.h"
+#include "tests/support/TextFile.h"
+
+#include <cerrno>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace {
+
+std::string recordOf(const BinaryFacet &facet) { return binaryStl("", {facet}).substr(stlBinaryPreludeSize); }
+
+// As the file has it: twelve little-endian numbers and two bytes.
+std::string recordOf(const StlFacet &facet)
+{
+    std::string record;
+    for (const StlVertex &point : {facet.normal, facet.vertex[0], facet.vertex[1], facet.vertex[2]}) {
+        for (const float number : {point.x, point.y, point.z})
+            appendLittleEndian(record, number);
+    }
+    for (const unsigned char byte : facet.attribute)
+        record += static_cast<char>(byte);
+    return record;
+}
+
+TEST(StlBinaryFacets, TheLowestByteIsTheFirst)
+{
+    EXPECT_EQ(stlLittleEndian("\x78\x56\x34\x92"), 0x92345678U);
+}
+
+TEST(StlBinaryFacets, ARecordIsNormalCornersAndAttribute)
+{
+    const BinaryFacet facet = {{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, {13, 14}};
+    const Stream in = streamOf(recordOf(facet));
+    StlBinaryFacetReader reader(in.get());
+    StlFacet read;
+    reader.read(read);
+    EXPECT_EQ(read.normal.x, 1.0F);
+    EXPECT_EQ(read.vertex[0].y, 5.0F);
+    EXPECT_EQ(read.vertex[2].z, 12.0F);
+    EXPECT_EQ(recordOf(read), recordOf(facet));
+    EXPECT_EQ(reader.error(), 0);
+}
+
+// As fread and fgetc leave it: the bytes that are missing are those of the facet before, but an attribute
+// byte that is missing is what fgetc returns at the end of the file.
+TEST(StlBinaryFacets, ARecordCutAnywhereKeepsTheRestOfTheFacetBefore)
+{
+    const std::vector<BinaryFacet> facets = differentFacets(2);
+    const std::string first = recordOf(facets[0]);
+    const std::string second = recordOf(facets[1]);
+    for (std::size_t size = 0; size <= second.size(); ++size) {
+        SCOPED_TRACE(size);
+        const Stream in = streamOf(first + second.substr(0, size));
+        StlBinaryFacetReader reader(in.get());
+        StlFacet read;
+        reader.read(read);
+        EXPECT_EQ(recordOf(read), first);
+        reader.read(read);
+        std::string expected = second.substr(0, size) + first.substr(size);
+        for (std::size_t at = std::max<std::size_t>(size, 48); at < expected.size(); ++at)
+            expected[at] = '\xFF';
+        EXPECT_EQ(recordOf(read), expected);
+        EXPECT_EQ(reader.error(), 0);
+    }
+}
+
+TEST(StlBinaryFacets, AReadErrorIsKept)
+{
+    const Stream in = streamFailingAfter(std::string(70, '\0'));
+    StlBinaryFacetReader reader(in.get());
+    StlFacet read;
+    reader.read(read);
+    reader.read(read);
+    EXPECT_EQ(reader.error(), EIO);
+}
+
+} // namespace
