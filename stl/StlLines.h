@@ -15,8 +15,8 @@ public:
         : m_blocks(in)
     {}
 
-    // Goes to the next line. False at the end of the stream; number() then stays as it was. A line that a read
-    // error cuts short counts as not read.
+    // Goes to the next line. False at the end of the stream; number() then stays as it was. A line that a
+    // read error cuts short counts as not read.
     bool next();
 
     // The line as read, line feed included. A zero byte ends what is seen of it. Valid until the next call of
