@@ -18,7 +18,7 @@ constexpr int stlFixedNumberSize = 15;
 
 namespace stl_fixed_number {
 
-// A binary floating-point number is m * 2^(e - 63) with m in [2^63, 2^64).
+// A binary floating-point number is m * 2^(e - 52) with m in [2^52, 2^53).
 struct BinaryParts {
     std::uint64_t mantissa;
     int exponent;
@@ -37,56 +37,53 @@ inline std::uint64_t bitsOf(double value)
 
 inline BinaryParts binaryPartsOf(std::uint64_t bits)
 {
-    return {bits << 11U | std::uint64_t{1} << 63U, static_cast<int>(bits >> 52U & 0x7FFU) - exponentBias};
+    constexpr std::uint64_t implicitOne = std::uint64_t{1} << 52U;
+    return {(bits & (implicitOne - 1)) | implicitOne, static_cast<int>(bits >> 52U & 0x7FFU) - exponentBias};
 }
 
+// The product of a number's mantissa, shifted to the left, and that of a power of ten has its point here.
+constexpr unsigned pointOfProduct = 97;
+
 // What all numbers of one binary and one decimal exponent E share: the power of ten 10^k, k = 8 - E, that
-// brings them to nine digits before the point, how far their product with it is to be shifted right, and the
-// text of E.
+// brings them to nine digits before the point, and how far their mantissa is to be shifted left for that
+// point to be at pointOfProduct.
 struct Scale {
     std::uint64_t mantissa;
     std::uint8_t shift;
     bool isExact; // the mantissa, for 0 <= k <= 27
     std::int8_t exponent;
-    char exponentText[4];
 };
 
-constexpr void writeExponent(char (&text)[4], int exponent)
-{
-    const int magnitude = exponent < 0 ? -exponent : exponent;
-    text[0] = 'E';
-    text[1] = exponent < 0 ? '-' : '+';
-    text[2] = static_cast<char>('0' + magnitude / 10);
-    text[3] = static_cast<char>('0' + magnitude % 10);
-}
-
+// The number is m * 2^(e - 52) and 10^k = mantissa * 2^(p - 63), so their product is
+// (m << shift) * mantissa * 2^-97 with shift = e + p - 18.
 constexpr Scale makeScale(int binaryExponent, int exponent)
 {
     const int k = 8 - exponent;
     Scale scale{};
     scale.mantissa = mantissaOfPowerOfTen(k);
-    scale.shift = static_cast<std::uint8_t>(62 - binaryExponent - binaryExponentOfPowerOfTen(k));
+    scale.shift = static_cast<std::uint8_t>(binaryExponent - 52 + binaryExponentOfPowerOfTen(k) - 63 +
+                                            static_cast<int>(pointOfProduct));
     scale.isExact = isExactPowerOfTen(k);
     scale.exponent = static_cast<std::int8_t>(exponent);
-    writeExponent(scale.exponentText, exponent);
     return scale;
 }
 
 // For one binary exponent e: the decade of 2^e and the next one, and where in [2^e, 2^(e+1)) that begins: the
-// mantissa of its power of ten, rounded up, or more than any mantissa if it begins later.
+// mantissa of its power of ten, rounded up to 53 bits, or more than any mantissa if it begins later.
 struct Decades {
     std::uint64_t nextBegins;
     Scale scales[2];
 };
 
-constexpr std::uint64_t beyondAnyMantissa = 0xFFFFFFFFFFFFFFFFU; // the 53 bits of a double leave zeros below
+constexpr std::uint64_t beyondAnyMantissa = 0xFFFFFFFFFFFFFFFFU;
 
 constexpr Decades makeDecades(int binaryExponent)
 {
     const int exponent = decimalExponentOfPowerOfTwo(binaryExponent);
     const int next = exponent + 1;
     const bool beginsHere = binaryExponentOfPowerOfTen(next) == binaryExponent;
-    const std::uint64_t begin = mantissaOfPowerOfTen(next) + (isExactPowerOfTen(next) ? 0 : 1);
+    const std::uint64_t lastBefore = mantissaOfPowerOfTen(next) - (isExactPowerOfTen(next) ? 1 : 0);
+    const std::uint64_t begin = (lastBefore >> 11U) + 1;
     return {beginsHere ? begin : beyondAnyMantissa,
             {makeScale(binaryExponent, exponent), makeScale(binaryExponent, next)}};
 }
@@ -133,68 +130,98 @@ inline Product128 multiply(std::uint64_t a, std::uint64_t b)
 #endif
 }
 
-// Rounds m * 2^(e - 63) to nine significant digits, half to even: 1e8 to 1e9, the upper end included. Returns
+// Rounds m * 2^(e - 52) to nine significant digits, half to even: 1e8 to 1e9, the upper end included. Returns
 // false where it cannot tell.
 //
 // With E the decimal exponent and k = 8 - E, the number times 10^k lies in [1e8, 1e9); its integer part is
-// the digits and its fraction decides the rounding. The product of the two 64-bit mantissas is that times
-// 2^(64 + s), with s from 33 to 37, so the fraction has 64 + s bits, of which we look at the upper 64.
+// the digits and its fraction decides the rounding. The 128-bit product has 97 bits of fraction, 33 of them
+// in its upper word; adding one half there carries into the digits where they are to be rounded up.
 //
-// For 0 <= k <= 27 the mantissa of 10^k is exact, and so is the product: every case is certain, ties
-// included.
+// For 0 <= k <= 27 the mantissa of 10^k is exact, and so is the product: every case is certain, and it is a
+// tie if the fraction is one half and the lower word is zero.
 //
-// Otherwise the true product exceeds ours by less than 2^64 (the number's mantissa times an error below one),
-// which is less than 2^(64 - s) < 2^32 in the upper 64 bits of the fraction; leaving out the lower bits adds
-// less than one. So only a fraction less than 2^32 below one half, or one half itself, can be on the other
-// side of it or on it: this happens once in 2^32 random numbers, and is declined. Carrying over the top of
-// the fraction is harmless: a fraction just below one is rounded up, and one just above zero of the next
-// integer is rounded down to the same integer.
+// Otherwise the true product exceeds ours, but by less than the number's shifted mantissa, which is less than
+// one unit of the upper word. So the 33 bits are right or too small by one. One half of them is more than one
+// half in truth, and is rounded up; one unit less may be anything from below one half to above it: this
+// happens once in 2^33 random numbers, and is declined.
 inline bool roundToNineDigits(std::uint64_t mantissa, const Scale &scale, std::uint32_t &nineDigits)
 {
-    constexpr std::uint64_t half = std::uint64_t{1} << 63U;
-    constexpr std::uint64_t doubtful = std::uint64_t{1} << 32U;
-    const Product128 product = multiply(mantissa, scale.mantissa);
-    const unsigned s = scale.shift;
-    const std::uint64_t fraction = product.high << (64U - s) | product.low >> s;
-    const std::uint32_t digits = static_cast<std::uint32_t>(product.high >> s);
-    bool roundUp = fraction >= half;
-    if (fraction - (half - doubtful) <= doubtful) {
+    constexpr unsigned fractionBits = pointOfProduct - 64;
+    constexpr std::uint64_t half = std::uint64_t{1} << (fractionBits - 1);
+    constexpr std::uint64_t fractionMask = 2 * half - 1;
+    const Product128 product = multiply(mantissa << scale.shift, scale.mantissa);
+    const std::uint64_t rounded = product.high + half;
+    nineDigits = static_cast<std::uint32_t>(rounded >> fractionBits);
+    if (((rounded + 1) & fractionMask) <= 1) {
+        const bool wasHalf = (rounded & fractionMask) == 0;
         if (!scale.isExact)
-            return false;
-        const bool isTie = fraction == half && product.low << (64U - s) == 0;
-        roundUp = isTie ? digits % 2 == 1 : fraction >= half;
+            return wasHalf;
+        if (wasHalf && product.low == 0)
+            nineDigits -= nineDigits % 2;
     }
-    nineDigits = digits + static_cast<std::uint32_t>(roundUp);
     return true;
 }
 
-constexpr std::array<char, 200> makeDigitPairs()
+// Three digits in a row, and as the first three of a number.
+struct ThreeDigits {
+    char leading[4];   // "d.dd"
+    char following[4]; // "ddd" and a blank
+};
+
+constexpr std::array<ThreeDigits, 1000> makeThreeDigits()
 {
-    std::array<char, 200> pairs{};
-    for (std::size_t i = 0; i < 100; ++i) {
-        pairs[2 * i] = static_cast<char>('0' + i / 10);
-        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    std::array<ThreeDigits, 1000> all{};
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const char hundreds = static_cast<char>('0' + i / 100);
+        const char tens = static_cast<char>('0' + i / 10 % 10);
+        const char ones = static_cast<char>('0' + i % 10);
+        all[i] = {{hundreds, '.', tens, ones}, {hundreds, tens, ones, ' '}};
     }
-    return pairs;
+    return all;
 }
 
-inline constexpr std::array<char, 200> digitPairs = makeDigitPairs();
+inline constexpr std::array<ThreeDigits, 1000> threeDigits = makeThreeDigits();
 
-// Writes "d.dddddddd". The digits are made a fraction of 2^57, of which each multiplication brings two more
-// before the point: 2^57 / 10^8, rounded up, is off by less than one, so the fraction by less than 2^30, and
-// times 10^8 that is still less than 2^57, one unit of the last digit.
+// Writes "d.dddddddd" and a blank: eleven characters, in pieces of four that overlap. The digits are made a
+// fraction of 2^54, of which each multiplication brings three more before the point: 2^54 / 10^6, rounded up,
+// is off by less than one, so the fraction by less than 2^30, and times 10^6 that is still less than 2^54,
+// one unit of the last digit.
 inline void writeNineDigits(char *out, std::uint32_t digits)
 {
-    constexpr unsigned fractionBits = 57;
+    constexpr unsigned fractionBits = 54;
     constexpr std::uint64_t fractionMask = (std::uint64_t{1} << fractionBits) - 1;
-    constexpr std::uint64_t unit = (fractionMask + 1) / 100000000U + 1;
+    constexpr std::uint64_t unit = (fractionMask + 1) / 1000000U + 1;
     std::uint64_t number = digits * unit;
-    out[0] = static_cast<char>('0' + (number >> fractionBits));
-    out[1] = '.';
-    for (std::size_t at = 2; at < 10; at += 2) {
-        number = (number & fractionMask) * 100U;
-        std::memcpy(out + at, &digitPairs[2 * (number >> fractionBits)], 2);
+    std::memcpy(out, threeDigits[number >> fractionBits].leading, 4);
+    number = (number & fractionMask) * 1000U;
+    std::memcpy(out + 4, threeDigits[number >> fractionBits].following, 4);
+    number = (number & fractionMask) * 1000U;
+    std::memcpy(out + 7, threeDigits[number >> fractionBits].following, 4);
+}
+
+struct ExponentText {
+    char text[4]; // "E+dd"
+};
+
+constexpr int largestExponent = 99;
+
+constexpr std::array<ExponentText, 2 * largestExponent + 1> makeExponentTexts()
+{
+    std::array<ExponentText, 2 * largestExponent + 1> texts{};
+    for (int exponent = -largestExponent; exponent <= largestExponent; ++exponent) {
+        const int magnitude = exponent < 0 ? -exponent : exponent;
+        texts[static_cast<std::size_t>(exponent + largestExponent)] = {
+            {'E', exponent < 0 ? '-' : '+', static_cast<char>('0' + magnitude / 10),
+             static_cast<char>('0' + magnitude % 10)}};
     }
+    return texts;
+}
+
+inline constexpr std::array<ExponentText, 2 *largestExponent + 1> exponentTexts = makeExponentTexts();
+
+inline const ExponentText &textOfExponent(int exponent)
+{
+    return exponentTexts[static_cast<std::size_t>(exponent + largestExponent)];
 }
 
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
@@ -231,10 +258,11 @@ struct WordForm {
     std::uint64_t mask;
     std::uint64_t ignored;
 
-    constexpr bool matches(std::uint64_t word) const
+    // Zero if the word matches.
+    constexpr std::uint64_t mismatches(std::uint64_t word) const
     {
         const std::uint64_t difference = (word ^ expected) & ~ignored;
-        return (((difference + slack) | difference) & mask) == 0;
+        return ((difference + slack) | difference) & mask;
     }
 };
 
@@ -258,21 +286,25 @@ inline std::uint32_t eightDigits(std::uint64_t word)
 
 } // namespace stl_fixed_number
 
-// True if the 15 characters have the form.
+// True if the 15 characters have the form. One branch for all of it, since the signs of coordinates change
+// too often to be predicted.
 inline bool stlIsFixedNumber(const char *text)
 {
     using namespace stl_fixed_number;
-    const bool signs = (text[0] == ' ' || text[0] == '-') && (text[12] == '+' || text[12] == '-');
-    return headForm.matches(load64(text)) && tailForm.matches(load64(text + 7)) && signs;
+    // ' ' or '-' in front and '+' or '-' in the exponent: the factors are zero for the one or the other.
+    const unsigned sign = static_cast<unsigned char>(text[0]);
+    const unsigned exponentSign = static_cast<unsigned char>(text[12]);
+    const unsigned wrongSigns =
+        ((sign ^ unsigned{' '}) * (sign ^ unsigned{'-'})) | ((exponentSign - unsigned{'+'}) & ~2U);
+    return (headForm.mismatches(load64(text)) | tailForm.mismatches(load64(text + 7)) | wrongSigns) == 0;
 }
 
 // A number rounded to what the form can hold. Rounding and writing are two steps so that the numbers of a
-// facet can be rounded all and then written all: their long chains of operations then overlap, which saves a
-// quarter of the time.
+// point can be rounded all and then written all: their long chains of operations then overlap.
 struct StlFixedDigits {
     std::uint32_t digits; // nine, as an integer
+    std::int32_t exponent;
     char sign;
-    char exponentText[4];
 };
 
 // Returns true, or declines: infinities, NaN, subnormals, three-digit exponents and the undecided case of
@@ -285,25 +317,26 @@ inline bool stlRoundFixedNumber(double value, StlFixedDigits &rounded)
     const BinaryParts parts = binaryPartsOf(bits);
     if (parts.exponent < -largestBinaryExponent || parts.exponent > largestBinaryExponent) {
         rounded.digits = 0;
-        std::memcpy(rounded.exponentText, "E+00", 4);
+        rounded.exponent = 0;
         return bits << 1U == 0;
     }
     const Scale &scale = scaleOf(parts);
-    std::memcpy(rounded.exponentText, scale.exponentText, 4);
+    rounded.exponent = scale.exponent;
     if (!roundToNineDigits(parts.mantissa, scale, rounded.digits))
         return false;
     if (rounded.digits == 1000000000U) {
         rounded.digits = 100000000U;
-        writeExponent(rounded.exponentText, scale.exponent + 1);
+        ++rounded.exponent;
     }
     return true;
 }
 
 inline void stlPutFixedNumber(char *out, const StlFixedDigits &rounded)
 {
+    using namespace stl_fixed_number;
     out[0] = rounded.sign;
-    stl_fixed_number::writeNineDigits(out + 1, rounded.digits);
-    std::memcpy(out + 11, rounded.exponentText, 4);
+    writeNineDigits(out + 1, rounded.digits);
+    std::memcpy(out + 11, textOfExponent(rounded.exponent).text, sizeof(ExponentText));
 }
 
 // Writes the number and returns true, or declines and writes nothing.
@@ -329,7 +362,8 @@ inline bool stlReadFixedNumber(const char *text, double &value)
     double magnitude = 0.0;
     if (!stlScaleExactly(digits, (text[12] == '-' ? -exponent : exponent) - 8, magnitude))
         return false;
-    constexpr double signs[2] = {1.0, -1.0}; // coordinates change sign too often for a branch
-    value = signs[static_cast<int>(text[0] == '-')] * magnitude;
+    // Signs of coordinates change too often for a branch.
+    const std::uint64_t bits = bitsOf(magnitude) | static_cast<std::uint64_t>(text[0] == '-') << 63U;
+    std::memcpy(&value, &bits, sizeof value);
     return true;
 }
