@@ -1,0 +1,29 @@
+// Meshes that differ in what decides the cost of a run: how often a corner comes back, and how soon.
+#pragma once
+
+#include "tests/support/MeshFiles.h"
+
+#include <string>
+#include <vector>
+
+enum class BenchShape {
+    ball,          // random small triangles around a sphere; no corner is shared
+    torus,         // a closed grid, facets in the order of its rows
+    shuffledTorus, // the same facets in random order
+    triangles,     // random triangles; no corner is shared
+    part,          // boxes and cylinders: flat faces, long runs of one normal
+    surface        // an isosurface by marching cubes, cell after cell
+};
+
+struct NamedShape {
+    const char *name;
+    BenchShape shape;
+};
+
+// All of them, in the order of the tables.
+extern const std::vector<NamedShape> benchShapes;
+
+// About as many facets as asked for, at most; the same for the same arguments.
+std::vector<BinaryFacet> facetsOf(BenchShape shape, int facets);
+
+void writeBinary(const std::string &path, const std::vector<BinaryFacet> &facets);
