@@ -10,10 +10,22 @@ namespace {
 
 constexpr std::size_t ordinaryFacetSize = 1024;
 
-bool roundToPoint(const double *numbers, StlVertex &point)
+// Fills `point` only if all three numbers are answered.
+bool readCommonPoint(const char *text, StlVertex &point)
 {
-    return stlRoundToFloat(numbers[0], point.x) && stlRoundToFloat(numbers[1], point.y) &&
-           stlRoundToFloat(numbers[2], point.z);
+    double numbers[3];
+    StlVertex rounded;
+    if (!stlReadCommonPoint(text, numbers) || !stlRoundToFloat(numbers[0], rounded.x) ||
+        !stlRoundToFloat(numbers[1], rounded.y) || !stlRoundToFloat(numbers[2], rounded.z))
+        return false;
+    point = rounded;
+    return true;
+}
+
+template <typename Memory>
+bool takePoint(Memory &memory, const char *text, StlVertex &point)
+{
+    return memory.findOrMake(text, &point, [text, &point] { return readCommonPoint(text, point); });
 }
 
 bool readPoint(StlPlainScanner &scanner, StlVertex &point)
@@ -80,11 +92,10 @@ bool StlAsciiFacetReader::readCommon(std::string_view text, StlFacet &facet)
     text.remove_prefix(lineFeed);
     if (text.size() < stlCommonFacetSize || !stlHasCommonLayout(text.data()))
         return false;
-    double numbers[12];
+    const auto point = [&text](std::size_t i) { return text.data() + stlCommonPointStarts[i]; };
     StlFacet read = facet;
-    if (!stlReadCommonPoints<0, 4>(text.data(), numbers) || !roundToPoint(numbers, read.normal) ||
-        !roundToPoint(numbers + 3, read.vertex[0]) || !roundToPoint(numbers + 6, read.vertex[1]) ||
-        !roundToPoint(numbers + 9, read.vertex[2]))
+    if (!takePoint(m_normal, point(0), read.normal) || !takePoint(m_corners, point(1), read.vertex[0]) ||
+        !takePoint(m_corners, point(2), read.vertex[1]) || !takePoint(m_corners, point(3), read.vertex[2]))
         return false;
     facet = read;
     m_blocks.take(lineFeed + stlCommonFacetSize - 1); // fscanf leaves the last line feed, too

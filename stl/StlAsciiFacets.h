@@ -5,6 +5,7 @@
 
 #include "stl/StlBlocks.h"
 #include "stl/StlMesh.h"
+#include "stl/StlPointMemory.h"
 
 #include <cstddef>
 #include <cstdio>
@@ -34,4 +35,6 @@ private:
     std::FILE *m_file;
     StlBlockReader m_blocks;
     int m_scanError = 0; // of fscanf
+    StlLastPoint<StlPointText, StlVertex> m_normal;
+    StlPointMemory<StlPointText, StlVertex> m_corners;
 };

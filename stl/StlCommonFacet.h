@@ -6,6 +6,7 @@
 #include "stl/StlFixedNumber.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 inline constexpr char stlCommonFacetText[] =
@@ -19,11 +20,11 @@ inline constexpr char stlCommonFacetText[] =
 constexpr std::size_t stlCommonFacetSize = sizeof stlCommonFacetText - 1;
 constexpr int stlCommonFacetLines = 7;
 
-// Where the four points start: the normal and the three corners. A point is three numbers with a blank after
-// each of the first two.
+// Where the four points start: the normal and the three corners. A point is three numbers, each with a blank
+// or, the last one, a line feed after it.
 constexpr std::size_t stlCommonPointStarts[4] = {15, 91, 152, 213};
 constexpr std::size_t stlCommonNumberStep = stlFixedNumberSize + 1;
-constexpr std::size_t stlCommonPointSize = 3 * stlCommonNumberStep - 1;
+constexpr std::size_t stlCommonPointSize = 3 * stlCommonNumberStep;
 
 namespace stl_common_facet {
 
@@ -33,8 +34,6 @@ bool sameBetween(const char *text)
     return std::memcmp(text + from, stlCommonFacetText + from, to - from) == 0;
 }
 
-constexpr std::size_t endOfPoint(std::size_t start) { return start + stlCommonPointSize; }
-
 // The text of a point's number 0, 1 or 2.
 template <typename Character>
 Character *numberOf(Character *point, std::size_t i)
@@ -42,65 +41,71 @@ Character *numberOf(Character *point, std::size_t i)
     return point + i * stlCommonNumberStep;
 }
 
-inline bool blanksSeparateNumbers(const char *point)
-{
-    return numberOf(point, 1)[-1] == ' ' && numberOf(point, 2)[-1] == ' ';
-}
-
 } // namespace stl_common_facet
 
-// True if everything but the points has the common form; the points are not looked at.
+// Copies the text of a facet. In pieces, because GCC makes one copy of this size a string instruction (rep
+// movs), which takes as long on some processors as converting a number.
+inline void stlCopyCommonFacet(char *to, const char *from)
+{
+    constexpr std::size_t half = stlCommonFacetSize / 2;
+    std::memcpy(to, from, half);
+    std::memcpy(to + half, from + half, stlCommonFacetSize - half);
+}
+
+// True if everything but the points has the common form, the line feed after each point included; the points
+// themselves are not looked at.
 inline bool stlHasCommonLayout(const char *text)
 {
     using namespace stl_common_facet;
     constexpr const std::size_t(&starts)[4] = stlCommonPointStarts;
-    return sameBetween<0, starts[0]>(text) && sameBetween<endOfPoint(starts[0]), starts[1]>(text) &&
-           sameBetween<endOfPoint(starts[1]), starts[2]>(text) &&
-           sameBetween<endOfPoint(starts[2]), starts[3]>(text) &&
-           sameBetween<endOfPoint(starts[3]), stlCommonFacetSize>(text);
+    constexpr std::size_t lineFeed = stlCommonPointSize - 1;
+    return sameBetween<0, starts[0]>(text) && sameBetween<starts[0] + lineFeed, starts[1]>(text) &&
+           sameBetween<starts[1] + lineFeed, starts[2]>(text) &&
+           sameBetween<starts[2] + lineFeed, starts[3]>(text) &&
+           sameBetween<starts[3] + lineFeed, stlCommonFacetSize>(text);
+}
+
+// True if no character of a point ends its line, or what is seen of it: there is none below the blank but the
+// line feed at its end.
+inline bool stlIsWithinLine(const char *point)
+{
+    constexpr std::uint64_t ones = 0x0101010101010101U;
+    std::uint64_t controls = 0;
+    for (const int at : {0, 8, 16, 24, 32, 39}) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, point + at, sizeof word);
+        controls |=
+            (word - ones * ' ') & ~word; // the top bit of a byte, if that or one below it is a control
+    }
+    return (controls & (ones * 0x80U)) == 0;
 }
 
 // The functions below return false if a number does not have the common form or if its kernel declines it.
-// Ignore then what they have filled in.
 
-inline bool stlIsCommonPoint(const char *point)
+// Reads a point's numbers. Ignore what it has filled in if it returns false.
+inline bool stlReadCommonPoint(const char *point, double (&numbers)[3])
 {
-    using namespace stl_common_facet;
-    return blanksSeparateNumbers(point) && stlIsFixedNumber(point) && stlIsFixedNumber(numberOf(point, 1)) &&
-           stlIsFixedNumber(numberOf(point, 2));
+    using namespace stl_fixed_number;
+    using stl_common_facet::numberOf;
+    const auto mismatches = mismatchesOf(numberOf(point, 0)) | mismatchesOf(numberOf(point, 1)) |
+                            mismatchesOf(numberOf(point, 2));
+    const bool areSeparate = ((numberOf(point, 1)[-1] ^ ' ') | (numberOf(point, 2)[-1] ^ ' ')) == 0;
+    return isNowhere(mismatches) && areSeparate &&
+           stlReadCheckedFixedNumber(numberOf(point, 0), numbers[0]) &&
+           stlReadCheckedFixedNumber(numberOf(point, 1), numbers[1]) &&
+           stlReadCheckedFixedNumber(numberOf(point, 2), numbers[2]);
 }
 
-// Reads `count` points from firstPoint on, three numbers each.
-template <std::size_t firstPoint, std::size_t count>
-inline bool stlReadCommonPoints(const char *facetText, double (&numbers)[3 * count])
+// Writes a point's numbers, with a line feed after the last one. Ignore what it has written if it returns
+// false.
+inline bool stlWriteCommonPoint(char *point, const double (&numbers)[3])
 {
-    for (std::size_t point = 0; point < count; ++point) {
-        const char *const text = facetText + stlCommonPointStarts[firstPoint + point];
-        double *const to = numbers + 3 * point;
-        if (!stl_common_facet::blanksSeparateNumbers(text))
+    for (std::size_t i = 0; i < 3; ++i) {
+        StlFixedDigits rounded;
+        if (!stlRoundFixedNumber(numbers[i], rounded))
             return false;
-        for (std::size_t i = 0; i < 3; ++i) {
-            if (!stlReadFixedNumber(stl_common_facet::numberOf(text, i), to[i]))
-                return false;
-        }
+        stlPutFixedNumber(stl_common_facet::numberOf(point, i), rounded);
     }
-    return true;
-}
-
-// Writes the numbers of `count` points, three each, over the points from firstPoint on; or declines and
-// writes nothing.
-template <std::size_t firstPoint, std::size_t count>
-inline bool stlWriteCommonPoints(char *facetText, const double (&numbers)[3 * count])
-{
-    StlFixedDigits rounded[3 * count];
-    for (std::size_t i = 0; i < 3 * count; ++i) {
-        if (!stlRoundFixedNumber(numbers[i], rounded[i]))
-            return false;
-    }
-    for (std::size_t point = 0; point < count; ++point) {
-        char *const text = facetText + stlCommonPointStarts[firstPoint + point];
-        for (std::size_t i = 0; i < 3; ++i)
-            stlPutFixedNumber(stl_common_facet::numberOf(text, i), rounded[3 * point + i]);
-    }
+    point[stlCommonPointSize - 1] = '\n';
     return true;
 }

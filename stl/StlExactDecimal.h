@@ -6,29 +6,46 @@
 #include <array>
 #include <cfloat>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
 namespace stl_exact_decimal {
 
-// The powers of ten that a double holds exactly.
-inline constexpr std::array<double, 23> powersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                       1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                                       1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr int largestExponent = static_cast<int>(powersOfTen.size()) - 1;
+constexpr int largestExponent = 22; // 10^22 is the largest power of ten that a double holds exactly
+
+// 10^exponent as a quotient of two exact numbers, one of which is 1.
+struct PowerOfTen {
+    double multiplier = 1.0;
+    double divisor = 1.0;
+};
+
+constexpr std::array<PowerOfTen, 2 * largestExponent + 1> makePowersOfTen()
+{
+    std::array<PowerOfTen, 2 * largestExponent + 1> powers{};
+    double power = 1.0;
+    for (std::size_t n = 0; n <= largestExponent; ++n) {
+        powers[largestExponent + n].multiplier = power;
+        powers[largestExponent - n].divisor = power;
+        power *= 10.0; // exactly, but for the last one, which is not used
+    }
+    return powers;
+}
+
+inline constexpr std::array<PowerOfTen, 2 *largestExponent + 1> powersOfTen = makePowersOfTen();
 
 } // namespace stl_exact_decimal
 
 // digits * 10^exponent, where one correctly rounded operation on two exact numbers gives it (Clinger's fast
-// case). digits is at most 2^53. Declines exponents beyond 22.
+// case); the other operation, by 1, changes nothing. digits is at most 2^53. Declines exponents beyond 22.
 inline bool stlScaleExactly(std::uint64_t digits, int exponent, double &value)
 {
     using namespace stl_exact_decimal;
-    if (exponent < -largestExponent || exponent > largestExponent)
+    const auto index = static_cast<unsigned>(exponent + largestExponent);
+    if (index >= powersOfTen.size())
         return false;
-    const double exact = static_cast<double>(static_cast<std::int64_t>(digits));
-    value = exponent < 0 ? exact / powersOfTen[static_cast<std::size_t>(-exponent)]
-                         : exact * powersOfTen[static_cast<std::size_t>(exponent)];
+    const PowerOfTen &power = powersOfTen[index];
+    value = static_cast<double>(static_cast<std::int64_t>(digits)) * power.multiplier / power.divisor;
     return true;
 }
 

@@ -15,10 +15,11 @@
 #include <cstring>
 
 constexpr int stlFixedNumberSize = 15;
+constexpr int stlFixedNumberRoom = stlFixedNumberSize + 1; // the kernels read or write one character more
 
 namespace stl_fixed_number {
 
-// A binary floating-point number is m * 2^(e - 52) with m in [2^52, 2^53).
+// A binary floating-point number is m * 2^(e - 63) with m in [2^63, 2^64).
 struct BinaryParts {
     std::uint64_t mantissa;
     int exponent;
@@ -37,53 +38,68 @@ inline std::uint64_t bitsOf(double value)
 
 inline BinaryParts binaryPartsOf(std::uint64_t bits)
 {
-    constexpr std::uint64_t implicitOne = std::uint64_t{1} << 52U;
-    return {(bits & (implicitOne - 1)) | implicitOne, static_cast<int>(bits >> 52U & 0x7FFU) - exponentBias};
+    return {bits << 11U | std::uint64_t{1} << 63U, static_cast<int>(bits >> 52U & 0x7FFU) - exponentBias};
 }
 
-// The product of a number's mantissa, shifted to the left, and that of a power of ten has its point here.
-constexpr unsigned pointOfProduct = 97;
-
-// What all numbers of one binary and one decimal exponent E share: the power of ten 10^k, k = 8 - E, that
-// brings them to nine digits before the point, and how far their mantissa is to be shifted left for that
-// point to be at pointOfProduct.
-struct Scale {
-    std::uint64_t mantissa;
-    std::uint8_t shift;
-    bool isExact; // the mantissa, for 0 <= k <= 27
-    std::int8_t exponent;
+// The exponent of a number in its text, with the blank after it.
+struct ExponentText {
+    char text[4]; // "+dd "
 };
 
-// The number is m * 2^(e - 52) and 10^k = mantissa * 2^(p - 63), so their product is
-// (m << shift) * mantissa * 2^-97 with shift = e + p - 18.
+constexpr ExponentText makeExponentText(int exponent)
+{
+    const int magnitude = exponent < 0 ? -exponent : exponent;
+    return {{exponent < 0 ? '-' : '+', static_cast<char>('0' + magnitude / 10),
+             static_cast<char>('0' + magnitude % 10), ' '}};
+}
+
+// The product of a number's mantissa and that of its scale has its point here, in the middle of the upper
+// word.
+constexpr int pointOfProduct = 96;
+
+// What all numbers of one binary and one decimal exponent E share: the power of ten 10^k, k = 8 - E, that
+// brings them to nine digits before the point, as a mantissa by which that point comes to pointOfProduct.
+struct Scale {
+    std::uint64_t mantissa; // truncated, unless it is exact
+    ExponentText exponentText;
+    std::int8_t exponent;
+    bool isExact;
+};
+
+// The number is m * 2^(e - 63) and 10^k = M * 2^(p - 63), so their product is m * M * 2^(e + p - 126). For
+// its point to be at 96 instead of 126 - e - p, M loses that many bits: from 1 to 5.
+constexpr int bitsToLose(int binaryExponent, int k)
+{
+    return 126 - binaryExponent - binaryExponentOfPowerOfTen(k) - pointOfProduct;
+}
+
 constexpr Scale makeScale(int binaryExponent, int exponent)
 {
     const int k = 8 - exponent;
-    Scale scale{};
-    scale.mantissa = mantissaOfPowerOfTen(k);
-    scale.shift = static_cast<std::uint8_t>(binaryExponent - 52 + binaryExponentOfPowerOfTen(k) - 63 +
-                                            static_cast<int>(pointOfProduct));
-    scale.isExact = isExactPowerOfTen(k);
-    scale.exponent = static_cast<std::int8_t>(exponent);
-    return scale;
+    const int lost = bitsToLose(binaryExponent, k);
+    if (lost < 0 || lost > 63)
+        return {}; // no number has this scale
+    const std::uint64_t mantissa = mantissaOfPowerOfTen(k);
+    const std::uint64_t kept = mantissa >> static_cast<unsigned>(lost);
+    const bool isExact = isExactPowerOfTen(k) && kept << static_cast<unsigned>(lost) == mantissa;
+    return {kept, makeExponentText(exponent), static_cast<std::int8_t>(exponent), isExact};
 }
 
 // For one binary exponent e: the decade of 2^e and the next one, and where in [2^e, 2^(e+1)) that begins: the
-// mantissa of its power of ten, rounded up to 53 bits, or more than any mantissa if it begins later.
+// mantissa of its power of ten, rounded up, or more than any mantissa if it begins later.
 struct Decades {
     std::uint64_t nextBegins;
     Scale scales[2];
 };
 
-constexpr std::uint64_t beyondAnyMantissa = 0xFFFFFFFFFFFFFFFFU;
+constexpr std::uint64_t beyondAnyMantissa = 0xFFFFFFFFFFFFFFFFU; // the 53 bits of a double leave zeros below
 
 constexpr Decades makeDecades(int binaryExponent)
 {
     const int exponent = decimalExponentOfPowerOfTwo(binaryExponent);
     const int next = exponent + 1;
     const bool beginsHere = binaryExponentOfPowerOfTen(next) == binaryExponent;
-    const std::uint64_t lastBefore = mantissaOfPowerOfTen(next) - (isExactPowerOfTen(next) ? 1 : 0);
-    const std::uint64_t begin = (lastBefore >> 11U) + 1;
+    const std::uint64_t begin = mantissaOfPowerOfTen(next) + (isExactPowerOfTen(next) ? 0 : 1);
     return {beginsHere ? begin : beyondAnyMantissa,
             {makeScale(binaryExponent, exponent), makeScale(binaryExponent, next)}};
 }
@@ -130,30 +146,29 @@ inline Product128 multiply(std::uint64_t a, std::uint64_t b)
 #endif
 }
 
-// Rounds m * 2^(e - 52) to nine significant digits, half to even: 1e8 to 1e9, the upper end included. Returns
+// Rounds m * 2^(e - 63) to nine significant digits, half to even: 1e8 to 1e9, the upper end included. Returns
 // false where it cannot tell.
 //
 // With E the decimal exponent and k = 8 - E, the number times 10^k lies in [1e8, 1e9); its integer part is
-// the digits and its fraction decides the rounding. The 128-bit product has 97 bits of fraction, 33 of them
-// in its upper word; adding one half there carries into the digits where they are to be rounded up.
+// the digits and its fraction decides the rounding. In the 128-bit product these digits are the upper half of
+// the upper word and the lower half is the first 32 bits of the fraction; adding one half there carries into
+// the digits where they are to be rounded up.
 //
-// For 0 <= k <= 27 the mantissa of 10^k is exact, and so is the product: every case is certain, and it is a
-// tie if the fraction is one half and the lower word is zero.
+// With an exact scale the product is exact: every case is certain, and it is a tie if those 32 bits are one
+// half and the lower word is zero.
 //
-// Otherwise the true product exceeds ours, but by less than the number's shifted mantissa, which is less than
-// one unit of the upper word. So the 33 bits are right or too small by one. One half of them is more than one
+// Otherwise the true product exceeds ours, but by less than the number's mantissa, which is less than one
+// unit of the upper word. So the 32 bits are right or too small by one. One half of them is more than one
 // half in truth, and is rounded up; one unit less may be anything from below one half to above it: this
-// happens once in 2^33 random numbers, and is declined.
+// happens once in 2^32 random numbers, and is declined.
 inline bool roundToNineDigits(std::uint64_t mantissa, const Scale &scale, std::uint32_t &nineDigits)
 {
-    constexpr unsigned fractionBits = pointOfProduct - 64;
-    constexpr std::uint64_t half = std::uint64_t{1} << (fractionBits - 1);
-    constexpr std::uint64_t fractionMask = 2 * half - 1;
-    const Product128 product = multiply(mantissa << scale.shift, scale.mantissa);
+    constexpr std::uint64_t half = std::uint64_t{1} << 31U;
+    const Product128 product = multiply(mantissa, scale.mantissa);
     const std::uint64_t rounded = product.high + half;
-    nineDigits = static_cast<std::uint32_t>(rounded >> fractionBits);
-    if (((rounded + 1) & fractionMask) <= 1) {
-        const bool wasHalf = (rounded & fractionMask) == 0;
+    nineDigits = static_cast<std::uint32_t>(rounded >> 32U);
+    if (static_cast<std::uint32_t>(rounded + 1) <= 1) {
+        const bool wasHalf = static_cast<std::uint32_t>(rounded) == 0;
         if (!scale.isExact)
             return wasHalf;
         if (wasHalf && product.low == 0)
@@ -165,7 +180,7 @@ inline bool roundToNineDigits(std::uint64_t mantissa, const Scale &scale, std::u
 // Three digits in a row, and as the first three of a number.
 struct ThreeDigits {
     char leading[4];   // "d.dd"
-    char following[4]; // "ddd" and a blank
+    char following[4]; // "dddE"
 };
 
 constexpr std::array<ThreeDigits, 1000> makeThreeDigits()
@@ -175,14 +190,14 @@ constexpr std::array<ThreeDigits, 1000> makeThreeDigits()
         const char hundreds = static_cast<char>('0' + i / 100);
         const char tens = static_cast<char>('0' + i / 10 % 10);
         const char ones = static_cast<char>('0' + i % 10);
-        all[i] = {{hundreds, '.', tens, ones}, {hundreds, tens, ones, ' '}};
+        all[i] = {{hundreds, '.', tens, ones}, {hundreds, tens, ones, 'E'}};
     }
     return all;
 }
 
 inline constexpr std::array<ThreeDigits, 1000> threeDigits = makeThreeDigits();
 
-// Writes "d.dddddddd" and a blank: eleven characters, in pieces of four that overlap. The digits are made a
+// Writes "d.ddddddddE": eleven characters, in pieces of four that overlap. The digits are made a
 // fraction of 2^54, of which each multiplication brings three more before the point: 2^54 / 10^6, rounded up,
 // is off by less than one, so the fraction by less than 2^30, and times 10^6 that is still less than 2^54,
 // one unit of the last digit.
@@ -197,31 +212,6 @@ inline void writeNineDigits(char *out, std::uint32_t digits)
     std::memcpy(out + 4, threeDigits[number >> fractionBits].following, 4);
     number = (number & fractionMask) * 1000U;
     std::memcpy(out + 7, threeDigits[number >> fractionBits].following, 4);
-}
-
-struct ExponentText {
-    char text[4]; // "E+dd"
-};
-
-constexpr int largestExponent = 99;
-
-constexpr std::array<ExponentText, 2 * largestExponent + 1> makeExponentTexts()
-{
-    std::array<ExponentText, 2 * largestExponent + 1> texts{};
-    for (int exponent = -largestExponent; exponent <= largestExponent; ++exponent) {
-        const int magnitude = exponent < 0 ? -exponent : exponent;
-        texts[static_cast<std::size_t>(exponent + largestExponent)] = {
-            {'E', exponent < 0 ? '-' : '+', static_cast<char>('0' + magnitude / 10),
-             static_cast<char>('0' + magnitude % 10)}};
-    }
-    return texts;
-}
-
-inline constexpr std::array<ExponentText, 2 *largestExponent + 1> exponentTexts = makeExponentTexts();
-
-inline const ExponentText &textOfExponent(int exponent)
-{
-    return exponentTexts[static_cast<std::size_t>(exponent + largestExponent)];
 }
 
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
@@ -246,32 +236,6 @@ inline std::uint64_t load64(const char *text)
     return isBigEndian ? swapBytes(word) : word;
 }
 
-// What eight characters must be: a byte that must be a digit has 0x30 in `expected`, 0x06 in `slack` and 0xF0
-// in `mask`; one that must be a certain character has that character, 0x7F and 0x80; any other byte has
-// `mask` zero and 0xFF in `ignored`. The exclusive or leaves 0 to 9 of a digit and 0 of the certain
-// character, and adding the slack to that leaves the bits of the mask clear, while anything else sets one of
-// them, with or without the addition. A carry into the next byte comes only from a byte that has failed
-// already.
-struct WordForm {
-    std::uint64_t expected;
-    std::uint64_t slack;
-    std::uint64_t mask;
-    std::uint64_t ignored;
-
-    // Zero if the word matches.
-    constexpr std::uint64_t mismatches(std::uint64_t word) const
-    {
-        const std::uint64_t difference = (word ^ expected) & ~ignored;
-        return ((difference + slack) | difference) & mask;
-    }
-};
-
-// "?d.ddddd" and "ddddE?dd", which overlap by one digit; first character in the lowest byte.
-constexpr WordForm headForm = {0x30303030302E3000U, 0x06060606067F0600U, 0xF0F0F0F0F080F000U,
-                               0x00000000000000FFU};
-constexpr WordForm tailForm = {0x3030004530303030U, 0x0606007F06060606U, 0xF0F00080F0F0F0F0U,
-                               0x0000FF0000000000U};
-
 // The number that eight digits make. Neighbours are joined: pairs, then fours, then all eight.
 inline std::uint32_t eightDigits(std::uint64_t word)
 {
@@ -284,26 +248,49 @@ inline std::uint32_t eightDigits(std::uint64_t word)
     return static_cast<std::uint32_t>(digits);
 }
 
+// Sixteen characters at a time, in a vector register where there is one.
+using Characters = unsigned char __attribute__((vector_size(16)));
+
+// What each character of a number may be, as its exclusive or with `expected`: at most `slack`, or
+// `alternative`. The character after the number may be any.
+struct NumberForm {
+    Characters expected = {' ', '0', '.', '0', '0', '0', '0', '0', '0', '0', '0', 'E', '+', '0', '0', 0};
+    Characters slack = {0, 9, 0, 9, 9, 9, 9, 9, 9, 9, 9, 0, 0, 9, 9, 255};
+    Characters alternative = {' ' ^ '-', 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, '+' ^ '-', 0, 0, 0};
+};
+
+// Zero in each place whose character has the form of a number. Without branches, since the signs of
+// coordinates change too often to be predicted.
+inline Characters mismatchesOf(const char *text)
+{
+    constexpr NumberForm form;
+    Characters characters;
+    std::memcpy(&characters, text, sizeof characters);
+    const Characters difference = characters ^ form.expected;
+    return (difference > form.slack) & (difference != form.alternative);
+}
+
+inline bool isNowhere(const Characters &mismatches)
+{
+    std::uint64_t words[2];
+    std::memcpy(words, &mismatches, sizeof words);
+    return (words[0] | words[1]) == 0;
+}
+
 } // namespace stl_fixed_number
 
-// True if the 15 characters have the form. One branch for all of it, since the signs of coordinates change
-// too often to be predicted.
+// True if the 15 characters have the form. Needs stlFixedNumberRoom readable ones.
 inline bool stlIsFixedNumber(const char *text)
 {
     using namespace stl_fixed_number;
-    // ' ' or '-' in front and '+' or '-' in the exponent: the factors are zero for the one or the other.
-    const unsigned sign = static_cast<unsigned char>(text[0]);
-    const unsigned exponentSign = static_cast<unsigned char>(text[12]);
-    const unsigned wrongSigns =
-        ((sign ^ unsigned{' '}) * (sign ^ unsigned{'-'})) | ((exponentSign - unsigned{'+'}) & ~2U);
-    return (headForm.mismatches(load64(text)) | tailForm.mismatches(load64(text + 7)) | wrongSigns) == 0;
+    return isNowhere(mismatchesOf(text));
 }
 
 // A number rounded to what the form can hold. Rounding and writing are two steps so that the numbers of a
 // point can be rounded all and then written all: their long chains of operations then overlap.
 struct StlFixedDigits {
     std::uint32_t digits; // nine, as an integer
-    std::int32_t exponent;
+    stl_fixed_number::ExponentText exponentText;
     char sign;
 };
 
@@ -317,29 +304,30 @@ inline bool stlRoundFixedNumber(double value, StlFixedDigits &rounded)
     const BinaryParts parts = binaryPartsOf(bits);
     if (parts.exponent < -largestBinaryExponent || parts.exponent > largestBinaryExponent) {
         rounded.digits = 0;
-        rounded.exponent = 0;
+        rounded.exponentText = makeExponentText(0);
         return bits << 1U == 0;
     }
     const Scale &scale = scaleOf(parts);
-    rounded.exponent = scale.exponent;
+    rounded.exponentText = scale.exponentText;
     if (!roundToNineDigits(parts.mantissa, scale, rounded.digits))
         return false;
     if (rounded.digits == 1000000000U) {
         rounded.digits = 100000000U;
-        ++rounded.exponent;
+        rounded.exponentText = makeExponentText(scale.exponent + 1);
     }
     return true;
 }
 
+// Writes the number and a blank after it.
 inline void stlPutFixedNumber(char *out, const StlFixedDigits &rounded)
 {
     using namespace stl_fixed_number;
     out[0] = rounded.sign;
     writeNineDigits(out + 1, rounded.digits);
-    std::memcpy(out + 11, textOfExponent(rounded.exponent).text, sizeof(ExponentText));
+    std::memcpy(out + 12, rounded.exponentText.text, sizeof rounded.exponentText);
 }
 
-// Writes the number and returns true, or declines and writes nothing.
+// Writes the number and a blank after it and returns true, or declines and writes nothing.
 inline bool stlWriteFixedNumber(char *out, double value)
 {
     StlFixedDigits rounded;
@@ -349,21 +337,28 @@ inline bool stlWriteFixedNumber(char *out, double value)
     return true;
 }
 
-// Reads the number, correctly rounded, or declines: another form, or an exponent outside -14 to 30.
-inline bool stlReadFixedNumber(const char *text, double &value)
+// Reads 15 characters that have the form, correctly rounded, or declines an exponent outside -14 to 30.
+inline bool stlReadCheckedFixedNumber(const char *text, double &value)
 {
     using namespace stl_fixed_number;
-    if (!stlIsFixedNumber(text))
-        return false;
     const auto digit = [text](int at) { return text[at] - '0'; };
     const std::uint64_t digits =
         static_cast<std::uint64_t>(digit(1)) * 100000000U + eightDigits(load64(text + 3));
-    const int exponent = 10 * digit(13) + digit(14);
+    // Signs change too often for a branch. A plus sign has the second bit set, a minus sign the first one and
+    // not the second; a blank has neither.
+    const int isNegative = ~(text[12] >> 1) & 1;
+    const int exponent = ((10 * digit(13) + digit(14)) ^ -isNegative) + isNegative;
     double magnitude = 0.0;
-    if (!stlScaleExactly(digits, (text[12] == '-' ? -exponent : exponent) - 8, magnitude))
+    if (!stlScaleExactly(digits, exponent - 8, magnitude))
         return false;
-    // Signs of coordinates change too often for a branch.
-    const std::uint64_t bits = bitsOf(magnitude) | static_cast<std::uint64_t>(text[0] == '-') << 63U;
+    const std::uint64_t bits = bitsOf(magnitude) | static_cast<std::uint64_t>(text[0]) << 63U;
     std::memcpy(&value, &bits, sizeof value);
     return true;
+}
+
+// Reads the number, or declines: another form, or an exponent outside -14 to 30. Needs 16 readable
+// characters.
+inline bool stlReadFixedNumber(const char *text, double &value)
+{
+    return stlIsFixedNumber(text) && stlReadCheckedFixedNumber(text, value);
 }

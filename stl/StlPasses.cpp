@@ -3,9 +3,9 @@
 #include "stl/StlCommonFacet.h"
 #include "stl/StlFacetGrammar.h"
 #include "stl/StlLines.h"
+#include "stl/StlPointMemory.h"
 #include "stl/StlTextWriter.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -31,6 +31,29 @@ void widen(double &min, double &max, double value)
         max = value;
 }
 
+// The last corner of the latest facet of the common form, as text. Only a line outside that form asks for its
+// numbers, so they are read then.
+class LastCommonCorner {
+public:
+    void keep(const char *corner)
+    {
+        std::memcpy(m_text, corner, sizeof m_text);
+        m_isNew = true;
+    }
+
+    // Sets the numbers if a corner was kept since the last call; true if so.
+    bool readInto(double (&numbers)[3])
+    {
+        const bool wasNew = m_isNew;
+        m_isNew = false;
+        return wasNew && stlReadCommonPoint(m_text, numbers);
+    }
+
+private:
+    char m_text[stlCommonPointSize];
+    bool m_isNew = false;
+};
+
 class ExtentScan final : public StlFacetHandler {
 public:
     ExtentScan(double *const (&min)[3], double *const (&max)[3])
@@ -48,33 +71,48 @@ public:
 
     void vertexLine(StlWords &numbers) override
     {
+        m_lastCommon.readInto(m_corner);
         stlReadPoint(numbers, m_corner[0], m_corner[1], m_corner[2]);
-        widenByCorner();
+        widenBy(m_corner);
     }
 
     bool commonFacet(const char *text) override
     {
-        double numbers[9];
-        if (!stlHasCommonLayout(text) || !stlIsCommonPoint(text + stlCommonPointStarts[0]) ||
-            !stlReadCommonPoints<1, 3>(text, numbers))
+        if (!stlHasCommonLayout(text) || !stlIsWithinLine(text + stlCommonPointStarts[0]))
             return false;
-        for (const double *corner = numbers; corner != std::end(numbers); corner += 3) {
-            std::copy_n(corner, 3, m_corner);
-            widenByCorner();
+        for (std::size_t i = 1; i < 4; ++i) {
+            const char *const corner = text + stlCommonPointStarts[i];
+            if (!m_seen.findOrMake(corner, &m_nothing, [this, corner] { return widenByText(corner); }))
+                return false;
         }
+        m_lastCommon.keep(text + stlCommonPointStarts[3]);
         return true;
     }
 
 private:
-    void widenByCorner()
+    struct Nothing {};
+
+    bool widenByText(const char *corner)
+    {
+        double numbers[3];
+        if (!stlReadCommonPoint(corner, numbers))
+            return false;
+        widenBy(numbers);
+        return true;
+    }
+
+    void widenBy(const double (&corner)[3])
     {
         for (int axis = 0; axis < 3; ++axis)
-            widen(*m_min[axis], *m_max[axis], m_corner[axis]);
+            widen(*m_min[axis], *m_max[axis], corner[axis]);
     }
 
     double *const (&m_min)[3];
     double *const (&m_max)[3];
     double m_corner[3] = {0.0, 0.0, 0.0}; // a number that does not convert keeps the corner before
+    LastCommonCorner m_lastCommon;
+    StlPointMemory<StlPointText, Nothing> m_seen; // a corner seen before widens nothing
+    Nothing m_nothing;
 };
 
 struct AxisChange {
@@ -103,16 +141,16 @@ public:
             otherLine(line);
             return;
         }
-        stlReadPoint(numbers, m_x, m_y, m_z);
-        turn(m_x, m_y, m_z);
-        m_out.writePaddedPoint("  facet normal ", m_x, m_y, m_z);
+        readAfterLast(numbers);
+        turn(m_last);
+        m_out.writePaddedPoint("  facet normal ", m_last[0], m_last[1], m_last[2]);
     }
 
     void vertexLine(StlWords &numbers) override
     {
-        stlReadPoint(numbers, m_x, m_y, m_z);
-        transform(m_x, m_y, m_z);
-        m_out.writePaddedPoint("      vertex ", m_x, m_y, m_z);
+        readAfterLast(numbers);
+        transform(m_last);
+        m_out.writePaddedPoint("      vertex ", m_last[0], m_last[1], m_last[2]);
     }
 
     void otherLine(std::string_view line) override
@@ -125,78 +163,79 @@ public:
     {
         if (!stlHasCommonLayout(text))
             return false;
-        return m_turns ? turnedFacet(text) : straightFacet(text);
+        char *const out = m_out.room(stlCommonFacetSize);
+        stlCopyCommonFacet(out, text);
+        const char *const normal = text + stlCommonPointStarts[0];
+        if (!(m_turns ? putTurnedNormal(normal, out + stlCommonPointStarts[0]) : stlIsWithinLine(normal)))
+            return false;
+        for (std::size_t i = 1; i < 4; ++i) {
+            if (!putCorner(text + stlCommonPointStarts[i], out + stlCommonPointStarts[i]))
+                return false;
+        }
+        m_out.keep(stlCommonFacetSize);
+        m_lastCommon.keep(text + stlCommonPointStarts[3]);
+        return true;
     }
 
 private:
-    void turn(double &x, double &y, double &z) const
+    struct PointLine {
+        char text[stlCommonPointSize];
+    };
+
+    void turn(double (&point)[3]) const
     {
         for (const RotationMatrix *rotation : m_rotations) {
             if (rotation->inUse())
-                rotation->apply(x, y, z);
+                rotation->apply(point[0], point[1], point[2]);
         }
     }
 
-    void transform(double &x, double &y, double &z) const
+    void transform(double (&point)[3]) const
     {
-        x = m_axes[0](x);
-        y = m_axes[1](y);
-        z = m_axes[2](z);
-        turn(x, y, z);
+        for (int axis = 0; axis < 3; ++axis)
+            point[axis] = m_axes[axis](point[axis]);
+        turn(point);
     }
 
-    bool turnedFacet(const char *text)
+    void readAfterLast(StlWords &numbers)
     {
-        double numbers[12];
-        if (!stlReadCommonPoints<0, 4>(text, numbers))
-            return false;
-        turn(numbers[0], numbers[1], numbers[2]);
-        transformCorners(numbers + 3);
-        char *const out = roomForCopy(text);
-        return stlWriteCommonPoints<0, 4>(out, numbers) && keepFacet(numbers + 9);
+        if (m_lastCommon.readInto(m_last))
+            transform(m_last);
+        stlReadPoint(numbers, m_last[0], m_last[1], m_last[2]);
     }
 
-    bool straightFacet(const char *text)
+    bool putCorner(const char *corner, char *out)
     {
-        double numbers[9];
-        if (!stlIsCommonPoint(text + stlCommonPointStarts[0]) || !stlReadCommonPoints<1, 3>(text, numbers))
-            return false;
-        transformCorners(numbers);
-        char *const out = roomForCopy(text);
-        return stlWriteCommonPoints<1, 3>(out, numbers) && keepFacet(numbers + 6);
+        return m_corners.findOrMake(corner, out, [this, corner, out] {
+            double numbers[3];
+            if (!stlReadCommonPoint(corner, numbers))
+                return false;
+            transform(numbers);
+            return stlWriteCommonPoint(out, numbers);
+        });
     }
 
-    void transformCorners(double *corners) const
+    bool putTurnedNormal(const char *normal, char *out)
     {
-        for (double *corner = corners; corner != corners + 9; corner += 3)
-            transform(corner[0], corner[1], corner[2]);
-    }
-
-    char *roomForCopy(const char *text)
-    {
-        char *const out = m_out.room(stlCommonFacetSize);
-        std::memcpy(out, text, stlCommonFacetSize);
-        return out;
-    }
-
-    bool keepFacet(const double *lastCorner)
-    {
-        m_out.keep(stlCommonFacetSize);
-        m_x = lastCorner[0];
-        m_y = lastCorner[1];
-        m_z = lastCorner[2];
-        return true;
+        return m_normal.findOrMake(normal, out, [this, normal, out] {
+            double numbers[3];
+            if (!stlReadCommonPoint(normal, numbers))
+                return false;
+            turn(numbers);
+            return stlWriteCommonPoint(out, numbers);
+        });
     }
 
     StlTextWriter &m_out;
     const AxisChange (&m_axes)[3];
     const RotationMatrix *const (&m_rotations)[3];
     bool m_turns = false;
-    // Deliberate: normals and corners share these. A number that does not convert takes the value that was
+    // Deliberate: normals and corners share it. A number that does not convert takes the value that was
     // written last, which is then transformed once more.
-    double m_x = 0.0;
-    double m_y = 0.0;
-    double m_z = 0.0;
+    double m_last[3] = {0.0, 0.0, 0.0};
+    LastCommonCorner m_lastCommon;                  // written since, but not yet transformed into m_last
+    StlLastPoint<StlPointText, PointLine> m_normal; // turned
+    StlPointMemory<StlPointText, PointLine> m_corners;
 };
 
 } // namespace

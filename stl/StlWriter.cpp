@@ -2,6 +2,7 @@
 
 #include "stl/StlCommonFacet.h"
 #include "stl/StlFatal.h"
+#include "stl/StlPointMemory.h"
 #include "stl/StlTextWriter.h"
 #include "stl/Stream.h"
 
@@ -16,33 +17,55 @@ void writePoint(StlTextWriter &out, std::string_view before, const StlVertex &po
     out.writeBlankSignedPoint(before, double{point.x}, double{point.y}, double{point.z});
 }
 
-bool writeCommonFacet(StlTextWriter &out, const StlFacet &facet)
-{
-    double numbers[12] = {};
-    double *next = numbers;
-    for (const StlVertex &point : {facet.normal, facet.vertex[0], facet.vertex[1], facet.vertex[2]}) {
-        *next++ = double{point.x};
-        *next++ = double{point.y};
-        *next++ = double{point.z};
-    }
-    char *const text = out.room(stlCommonFacetSize);
-    std::memcpy(text, stlCommonFacetText, stlCommonFacetSize);
-    if (!stlWriteCommonPoints<0, 4>(text, numbers))
-        return false;
-    out.keep(stlCommonFacetSize);
-    return true;
-}
+struct PointLine {
+    char text[stlCommonPointSize];
+};
 
-void writeFacet(StlTextWriter &out, const StlFacet &facet)
-{
-    if (writeCommonFacet(out, facet))
-        return;
-    writePoint(out, "  facet normal ", facet.normal);
-    out.write("    outer loop\n");
-    for (const StlVertex &corner : facet.vertex)
-        writePoint(out, "      vertex ", corner);
-    out.write("    endloop\n  endfacet\n");
-}
+class FacetWriter {
+public:
+    explicit FacetWriter(StlTextWriter &out)
+        : m_out(out)
+    {}
+
+    void write(const StlFacet &facet)
+    {
+        if (writeCommon(facet))
+            return;
+        writePoint(m_out, "  facet normal ", facet.normal);
+        m_out.write("    outer loop\n");
+        for (const StlVertex &corner : facet.vertex)
+            writePoint(m_out, "      vertex ", corner);
+        m_out.write("    endloop\n  endfacet\n");
+    }
+
+private:
+    // Writes nothing if a number does not have the common form.
+    bool writeCommon(const StlFacet &facet)
+    {
+        char *const text = m_out.room(stlCommonFacetSize);
+        stlCopyCommonFacet(text, stlCommonFacetText);
+        if (!putPoint(m_normal, facet.normal, text + stlCommonPointStarts[0]))
+            return false;
+        for (std::size_t i = 0; i < 3; ++i) {
+            if (!putPoint(m_corners, facet.vertex[i], text + stlCommonPointStarts[i + 1]))
+                return false;
+        }
+        m_out.keep(stlCommonFacetSize);
+        return true;
+    }
+
+    template <typename Memory>
+    static bool putPoint(Memory &memory, const StlVertex &point, char *out)
+    {
+        return memory.findOrMake(point, out, [&point, out] {
+            return stlWriteCommonPoint(out, {double{point.x}, double{point.y}, double{point.z}});
+        });
+    }
+
+    StlTextWriter &m_out;
+    StlLastPoint<StlPointBits, PointLine> m_normal;
+    StlPointMemory<StlPointBits, PointLine> m_corners;
+};
 
 bool writeMesh(const StlMesh &mesh, std::FILE *file)
 {
@@ -50,8 +73,9 @@ bool writeMesh(const StlMesh &mesh, std::FILE *file)
     // Deliberate: the label is this text whatever the mesh's own label is, and both lines keep their two
     // blanks.
     out.write("solid  (null)\n");
+    FacetWriter facets(out);
     for (std::int32_t i = 0; i < mesh.stats.facetCount; ++i)
-        writeFacet(out, mesh.facets[i]);
+        facets.write(mesh.facets[i]);
     out.write("endsolid  \n");
     return out.flush();
 }

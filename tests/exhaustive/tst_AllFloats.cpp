@@ -31,7 +31,7 @@ public:
         const auto length =
             static_cast<std::size_t>(std::snprintf(expected, sizeof expected, "% .8E", value));
         expect(bits, {expected, length}, stlWriteBlankSigned);
-        char fixed[stlFixedNumberSize];
+        char fixed[stlFixedNumberRoom];
         m_declinedWriting += static_cast<std::uint64_t>(!stlWriteFixedNumber(fixed, value));
 
         expectPadded(bits, value, {expected, length});

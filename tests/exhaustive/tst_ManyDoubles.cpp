@@ -39,7 +39,7 @@ public:
         } else {
             checkAgainstToChars(written, value);
         }
-        char fixed[stlFixedNumberSize];
+        char fixed[stlFixedNumberRoom];
         m_declined += static_cast<std::uint64_t>(!stlWriteFixedNumber(fixed, value));
     }
 

@@ -2,6 +2,7 @@
 #include "tests/support/MeshFiles.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
@@ -35,9 +36,11 @@ bool isInPoint(std::size_t at)
     return false;
 }
 
-bool read(const std::string &text, double (&numbers)[12])
+using Point = double[3];
+
+bool readPoint(const std::string &facet, std::size_t point, Point &numbers)
 {
-    return stlReadCommonPoints<0, 4>(text.data(), numbers);
+    return stlReadCommonPoint(facet.data() + stlCommonPointStarts[point], numbers);
 }
 
 TEST(StlCommonFacet, TheTextIsThatOfAFacetOfZeros)
@@ -73,69 +76,110 @@ TEST(StlCommonFacet, EveryChangeOutsideThePointsIsRefused)
     }
 }
 
+// Of the number around a place in a point: the kernel reads exponents from -14 to 30.
+bool hasReadableExponent(const std::string &facet, std::size_t start, std::size_t at)
+{
+    const std::size_t number = start + at / stlCommonNumberStep * stlCommonNumberStep;
+    const int exponent = std::atoi(facet.substr(number + 12, 3).c_str());
+    return exponent >= -14 && exponent <= 30;
+}
+
 // Within a point: a digit may become another one and a sign the other one, and nothing else.
 TEST(StlCommonFacet, EveryChangeToAnotherFormInsideAPointIsRefused)
 {
     const std::string text = facetText();
     const std::string form = "sd.ddddddddE+dd ";
-    for (const std::size_t start : stlCommonPointStarts) {
-        for (std::size_t at = 0; at < 47; ++at) {
+    for (std::size_t point = 0; point < 4; ++point) {
+        const std::size_t start = stlCommonPointStarts[point];
+        for (std::size_t at = 0; at < stlCommonPointSize - 1; ++at) {
             for (int byte = 0; byte < 256; ++byte) {
                 std::string changed = text;
                 const char c = static_cast<char>(static_cast<unsigned char>(byte));
                 changed[start + at] = c;
-                const char wanted = form[at % 16];
+                const char wanted = form[at % stlCommonNumberStep];
                 const bool isCommon = wanted == 's'   ? c == ' ' || c == '-'
                                       : wanted == 'd' ? c >= '0' && c <= '9'
                                       : wanted == '+' ? c == '+' || c == '-'
                                                       : c == wanted;
-                ASSERT_EQ(stlIsCommonPoint(changed.data() + start), isCommon) << at << " is " << byte;
-                double numbers[12];
-                ASSERT_FALSE(!isCommon && read(changed, numbers)) << at << " is " << byte;
+                Point numbers;
+                ASSERT_EQ(readPoint(changed, point, numbers),
+                          isCommon && hasReadableExponent(changed, start, at))
+                    << at << " is " << byte;
             }
         }
     }
 }
 
+TEST(StlCommonFacet, EveryCharacterBelowTheBlankEndsALine)
+{
+    const std::string text = facetText();
+    for (const std::size_t start : stlCommonPointStarts) {
+        ASSERT_TRUE(stlIsWithinLine(text.data() + start));
+        for (std::size_t at = 0; at < stlCommonPointSize - 1; ++at) {
+            for (int byte = 0; byte < 256; ++byte) {
+                std::string changed = text;
+                changed[start + at] = static_cast<char>(static_cast<unsigned char>(byte));
+                ASSERT_EQ(stlIsWithinLine(changed.data() + start), byte >= ' ') << at << " is " << byte;
+            }
+        }
+    }
+}
+
+TEST(StlCommonFacet, SeveralCharactersBelowTheBlankAreSeenAsWell)
+{
+    std::string text = facetText();
+    for (std::size_t at = 0; at < stlCommonPointSize - 1; ++at) {
+        text[stlCommonPointStarts[1] + at] = '\r';
+        ASSERT_FALSE(stlIsWithinLine(text.data() + stlCommonPointStarts[1]));
+    }
+}
+
 TEST(StlCommonFacet, AllNumbersAreReadInOrder)
 {
-    double numbers[12];
-    ASSERT_TRUE(read(facetText(), numbers));
-    for (int i = 1; i <= 12; ++i)
-        EXPECT_EQ(numbers[i - 1], i % 2 == 0 ? i / 8.0 : -i / 8.0);
-    double corners[9];
-    ASSERT_TRUE((stlReadCommonPoints<1, 3>(facetText().data(), corners)));
-    for (int i = 0; i < 9; ++i)
-        EXPECT_EQ(corners[i], numbers[i + 3]);
+    int expected = 1;
+    for (std::size_t point = 0; point < 4; ++point) {
+        Point numbers;
+        ASSERT_TRUE(readPoint(facetText(), point, numbers));
+        for (const double number : numbers) {
+            EXPECT_EQ(number, expected % 2 == 0 ? expected / 8.0 : -expected / 8.0);
+            ++expected;
+        }
+    }
 }
 
 TEST(StlCommonFacet, WhatIsWrittenIsTheFacetAgain)
 {
-    double numbers[12];
-    ASSERT_TRUE(read(facetText(), numbers));
     std::string text = stlCommonFacetText;
-    ASSERT_TRUE((stlWriteCommonPoints<0, 4>(text.data(), numbers)));
+    for (std::size_t point = 0; point < 4; ++point) {
+        Point numbers;
+        ASSERT_TRUE(readPoint(facetText(), point, numbers));
+        ASSERT_TRUE(stlWriteCommonPoint(text.data() + stlCommonPointStarts[point], numbers));
+    }
     EXPECT_EQ(text, facetText());
 }
 
-TEST(StlCommonFacet, CornersAreWrittenWithoutTouchingTheNormal)
+TEST(StlCommonFacet, APointIsWrittenWithItsLineFeedAndNothingElse)
 {
-    const double corners[9] = {1, 2, 3, 4, 5, 6, 7, 8, 9};
-    std::string text = facetText();
-    ASSERT_TRUE((stlWriteCommonPoints<1, 3>(text.data(), corners)));
-    EXPECT_EQ(text.substr(0, 91), facetText().substr(0, 91));
-    EXPECT_EQ(text.substr(213, 48), " 7.00000000E+00  8.00000000E+00  9.00000000E+00\n");
+    std::string text = "<" + std::string(stlCommonPointSize, '#') + ">";
+    ASSERT_TRUE(stlWriteCommonPoint(text.data() + 1, {7, -8, 9e-20}));
+    EXPECT_EQ(text, "< 7.00000000E+00 -8.00000000E+00  9.00000000E-20\n>");
 }
 
-TEST(StlCommonFacet, OneNumberThatDoesNotFitAndNothingIsWritten)
+TEST(StlCommonFacet, ACopyIsTheWholeFacet)
 {
-    for (int i = 0; i < 12; ++i) {
+    std::string copy = "<" + std::string(stlCommonFacetSize, '#') + ">";
+    stlCopyCommonFacet(copy.data() + 1, facetText().data());
+    EXPECT_EQ(copy, "<" + facetText() + ">");
+}
+
+TEST(StlCommonFacet, OneNumberThatDoesNotFitDeclinesThePoint)
+{
+    for (std::size_t i = 0; i < 3; ++i) {
         for (const double odd : {infinity, 1e100, 1e-100, std::numeric_limits<double>::denorm_min()}) {
-            double numbers[12] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
+            Point numbers = {1, 2, 3};
             numbers[i] = odd;
-            std::string text = facetText();
-            EXPECT_FALSE((stlWriteCommonPoints<0, 4>(text.data(), numbers)));
-            EXPECT_EQ(text, facetText());
+            char text[stlCommonPointSize];
+            EXPECT_FALSE(stlWriteCommonPoint(text, numbers));
         }
     }
 }
