@@ -57,8 +57,9 @@ LineEditCustom::LineEditCustom(QWidget *parent)
     linkIcons();
     createStatusIcon();
     makeRoomForStatusIcon();
-    connect(this, &QLineEdit::textChanged, this, &LineEditCustom::applyLineEditPolicy);
-    connect(this, &QLineEdit::editingFinished, this, &LineEditCustom::applyModifingPolicies);
+    // By name: only such connections can be found, and undone, by the names of the slots.
+    connect(this, SIGNAL(textChanged(QString)), this, SLOT(applyLineEditPolicy()));
+    connect(this, SIGNAL(editingFinished()), this, SLOT(applyModifingPolicies()));
 }
 
 LineEditCustom::~LineEditCustom() = default;

@@ -147,6 +147,7 @@ class tst_LineEditCustom : public QObject {
 
 private slots:
     void metaObjectHasTwoSlotsInOrderAndNothingElse();
+    void slotsAreConnectedByTheirNames();
     void policyCodesAreFixed();
     void policiesAreKeptAsDecimalTextsInTheOrderTheyCame();
     void everyPolicyButOneCanBeAdded();
@@ -218,6 +219,25 @@ void tst_LineEditCustom::metaObjectHasTwoSlotsInOrderAndNothingElse()
     QCOMPARE(meta.propertyCount(), meta.propertyOffset());
     QCOMPARE(meta.enumeratorCount(), meta.enumeratorOffset());
     QCOMPARE(meta.constructorCount(), 0);
+}
+
+void tst_LineEditCustom::slotsAreConnectedByTheirNames()
+{
+    FieldUnderTest f;
+    makeScaleField(f.field);
+    f.field.addPolicy(PolicyRoundToInteger);
+
+    // Only a connection that was made by name can be found by name.
+    QVERIFY(
+        QObject::disconnect(&f.field, SIGNAL(textChanged(QString)), &f.field, SLOT(applyLineEditPolicy())));
+    f.field.setText("abc");
+    QVERIFY(!f.showsIcon());
+
+    QVERIFY(
+        QObject::disconnect(&f.field, SIGNAL(editingFinished()), &f.field, SLOT(applyModifingPolicies())));
+    f.field.setText("2.5");
+    QTest::keyClick(&f.field, Qt::Key_Return);
+    QCOMPARE(f.field.text(), QString("2.5"));
 }
 
 void tst_LineEditCustom::policyCodesAreFixed()
