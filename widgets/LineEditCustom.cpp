@@ -21,10 +21,16 @@ namespace {
 constexpr int statusIconWidth = 20;
 constexpr int rightTextMargin = 12;
 
-bool canBeAdded(int code)
+bool isCheck(int code)
 {
-    return code >= PolicyNumber && code <= PolicyMaximum && code != PolicyKeepFullPath;
+    const QVector<FieldCheck> &checks = fieldChecks();
+    return std::any_of(checks.begin(), checks.end(),
+                       [code](const FieldCheck &check) { return static_cast<int>(check.policy) == code; });
 }
+
+// Deliberate: PolicyKeepFullPath is refused, so a file chosen in the current directory always becomes its
+// bare name.
+bool canBeAdded(int code) { return code == PolicyRoundToInteger || isCheck(code); }
 
 // A single message stands alone, several are each followed by a line break.
 QString toolTipOf(const QStringList &messages)

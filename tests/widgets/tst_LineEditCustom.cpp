@@ -1,6 +1,7 @@
 #include "tests/support/qt/QtTestMain.h"
 #include "tests/widgets/FieldLists.h"
 #include "tests/widgets/FieldUnderTest.h"
+#include "widgets/FieldChecks.h"
 #include "widgets/LineEditCustom.h"
 
 #include <QApplication>
@@ -151,6 +152,7 @@ private slots:
     void policyCodesAreFixed();
     void policiesAreKeptAsDecimalTextsInTheOrderTheyCame();
     void everyPolicyButOneCanBeAdded();
+    void everyCheckOfTheTableCanBeAdded();
     void invalidValuesAreKeptAsDecimalTextsEvenTwice();
 
     void newFieldIsEmptyAndShowsNoIcon();
@@ -281,6 +283,15 @@ void tst_LineEditCustom::everyPolicyButOneCanBeAdded()
         f.field.addPolicy(code);
     QCOMPARE(policiesOf(f.field),
              QStringList({"1", "2", "3", "4", "5", "6", "8", "9", "10", "11", "12", "13"}));
+}
+
+void tst_LineEditCustom::everyCheckOfTheTableCanBeAdded()
+{
+    FieldUnderTest f;
+    for (const FieldCheck &check : fieldChecks()) {
+        f.field.addPolicy(check.policy);
+        QVERIFY(policiesOf(f.field).contains(QString::number(check.policy)));
+    }
 }
 
 void tst_LineEditCustom::invalidValuesAreKeptAsDecimalTextsEvenTwice()
