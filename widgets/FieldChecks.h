@@ -1,4 +1,4 @@
-// The rules behind the policies of LineEditCustom: text and limits in, messages out. No widget.
+// The rules of LineEditCustom's policies: text and limits in, messages out. Needs no widget.
 #pragma once
 
 #include "widgets/LineEditPolicy.h"
@@ -7,25 +7,26 @@
 #include <QStringList>
 #include <QVector>
 
-// What the checks look at. usedNames is the field's own list: the unique-name checks may shorten it.
+// What the checks look at. usedNames is the field's own list; the unique-name checks may remove a name from
+// it.
 struct FieldFacts {
     QString text;
-    QString fieldName; // may be empty; then a message starts with "This", "This directory" or "This file"
+    QString fieldName; // if empty, messages start with "This", "This directory" or "This file" instead
     float minimumValue;
     float maximumValue;
     QStringList &usedNames;
     QStringList invalidValues;
     QStringList invalidCharacters;
-    bool excludeOwnName; // drop the first use of the text from usedNames before it is looked up
+    bool excludeOwnName; // remove the first occurrence of the text from usedNames before looking it up
 };
 
-// What a check wants done to the field's standing messages.
+// A change to the field's standing messages.
 struct FieldFinding {
-    bool failed; // add the message; otherwise remove it
+    bool failed; // true: add the message; false: remove it
     QString message;
 };
 
-// No finding means: leave the messages as they are.
+// No findings: the messages stay as they are.
 using FieldFindings = QVector<FieldFinding>;
 
 struct FieldCheck {
@@ -33,5 +34,6 @@ struct FieldCheck {
     FieldFindings (*run)(const FieldFacts &facts);
 };
 
-// All eleven checks in the order in which a check run calls them.
+// All checks in the order in which a check run calls them. A policy whose check is listed here can be added
+// to a field.
 const QVector<FieldCheck> &fieldChecks();

@@ -12,8 +12,8 @@
 
 #include <algorithm>
 
-// The icons lie in a static library: without this reference the linker would leave them out of the program.
-// (The macro declares a function of the global namespace.)
+// The icons are in a static library: without this reference the linker would leave them out of the program.
+// (The macro declares a function in the global namespace.)
 static void linkIcons() { Q_INIT_RESOURCE(meshvane); }
 
 namespace {
@@ -32,13 +32,13 @@ bool isCheck(int code)
 // bare name.
 bool canBeAdded(int code) { return code == PolicyRoundToInteger || isCheck(code); }
 
-// A single message stands alone, several are each followed by a line break.
+// Deliberate: a single message has no line break; of several, each has one after it, the last included.
 QString toolTipOf(const QStringList &messages)
 {
     return messages.size() == 1 ? messages.first() : messages.join("<br>") + "<br>";
 }
 
-// A text without mark-up is no XML document and has no characters to give.
+// Deliberate: a text without mark-up is not an XML document and yields no characters.
 QString charactersOf(const QString &markup)
 {
     QString characters;
@@ -84,7 +84,8 @@ void LineEditCustom::makeRoomForStatusIcon()
     setStyleSheet(
         QString("QLineEdit { padding-right: %1px; } ").arg(statusIcon->sizeHint().width() + frame + 1));
 
-    // Deliberate: the height bounds the width, too, so the field is never narrower than the icon is tall.
+    // Deliberate: the icon's height is a lower bound for the width too, so the field is never narrower than
+    // the icon is tall.
     const QSize least = minimumSizeHint();
     const int iconHeight = statusIcon->sizeHint().height() + 2 * frame + 2;
     setMinimumSize(std::max(least.width(), iconHeight), std::max(least.height(), iconHeight));
@@ -127,6 +128,7 @@ void LineEditCustom::addInvalidValue(int value, bool clearFirst)
 
 QString LineEditCustom::errorText()
 {
+    // Deliberate: a disabled field keeps its messages and its icon until the next check run.
     if (!isEnabled())
         return {};
     applyLineEditPolicy();
@@ -150,12 +152,14 @@ void LineEditCustom::applyLineEditPolicy()
         return;
     }
     hideStatusIcon();
+    // Deliberate: a check run with errors leaves the field's own tool tip as it is; one without empties it.
     setToolTip({});
     warnings.removeDuplicates();
     if (!warnings.isEmpty()) {
         showStatusIcon(warnings, ":/pixmaps/dialog-warning22x22.png");
         return;
     }
+    // Deliberate: after the first clean run, the field's own name in usedNames counts as taken.
     excludeOwnName = false;
 }
 
@@ -194,16 +198,17 @@ void LineEditCustom::hideStatusIcon()
 
 void LineEditCustom::placeStatusIcon()
 {
+    // Deliberate: the label is moved, never resized.
     const QSize icon = statusIcon->sizeHint();
     statusIcon->move(rect().right() - frameWidth() - icon.width(), (rect().bottom() - icon.height()) / 2);
 }
 
-// Deliberate: the base class has nothing to do here; the icon is all that must follow the size.
+// Deliberate: the base class is not called; only the icon depends on the size.
 void LineEditCustom::resizeEvent(QResizeEvent *) { placeStatusIcon(); }
 
 void LineEditCustom::applyModifingPolicies()
 {
-    // A text that is not a number counts as 0.
+    // Deliberate: a text that is not a number counts as 0.
     if (hasPolicy(PolicyRoundToInteger) && !text().isEmpty())
         setText(QString::number(roundToInteger(text().toFloat())));
 }
@@ -220,6 +225,7 @@ void LineEditCustom::browseSaveFile(QString suffix, QString filter, QString capt
 {
     const QString textBefore = text();
     QString name = QFileDialog::getSaveFileName(this, captionOrDefault(caption), QDir::currentPath(), filter);
+    // Deliberate: the suffix is compared without surrounding white space but appended as given.
     if (!name.isEmpty() && !name.endsWith(suffix.simplified(), Qt::CaseSensitive))
         name += suffix;
     takeChosenName(name, textBefore);
@@ -227,6 +233,7 @@ void LineEditCustom::browseSaveFile(QString suffix, QString filter, QString capt
 
 QString LineEditCustom::captionOrDefault(const QString &caption) const
 {
+    // Deliberate: the default is " Save As" for the open dialog too.
     return caption.isEmpty() ? charactersOf(fieldName.simplified()) + " Save As" : caption;
 }
 

@@ -1,5 +1,5 @@
-// A line edit that checks its text against a list of policies as one types, and shows the outcome as an icon
-// in its right end with the explanation as the icon's tool tip.
+// A line edit that checks its text against a list of policies as the user types. The outcome is an icon at
+// the right end of the field; the icon's tool tip explains it.
 #pragma once
 
 #include "widgets/LineEditPolicy.h"
@@ -17,8 +17,8 @@ public:
     explicit LineEditCustom(QWidget *parent = nullptr);
     ~LineEditCustom() override;
 
-    // The name at the head of every message; bold puts it between "<b>" and "</b>". A standing message keeps
-    // the name it was made with until a check run of the disabled or hidden field drops it.
+    // The name at the start of every message; bold puts it between "<b>" and "</b>". After a change, messages
+    // with the old name stand until a check run of the disabled or hidden field drops them.
     void setFieldName(QString name, bool bold);
 
     // Takes a LineEditPolicy. PolicyNone empties the list; PolicyKeepFullPath and unknown codes are ignored.
@@ -32,24 +32,24 @@ public:
     void setUsedNames(QStringList names) { usedNames = std::move(names); }
     void setInvalidCharacters(QStringList characters) { invalidCharacters = std::move(characters); }
 
-    // Runs the checks and returns every standing error message, each followed by "<br>"; empty if all is
-    // well. For a disabled field it returns an empty text and does nothing.
+    // Runs the checks and returns every standing error message, each followed by "<br>"; empty if there is
+    // none. For a disabled field it returns an empty text and does nothing.
     QString errorText();
 
     // Ask for a file and put its name into the field: the bare name of a file in the current directory, the
-    // full path of any other. A cancelled dialog leaves the text as it was. An empty caption becomes the
-    // field's name and " Save As", for both dialogs. The suffix is appended to a name that does not end with
-    // it.
+    // full path of any other. A cancelled dialog leaves the text as it was. An empty caption is replaced with
+    // the field's name and " Save As", in both dialogs. The suffix is appended to a name that does not end
+    // with it.
     void browseOpenFile(QString filter, QString caption);
     void browseSaveFile(QString suffix, QString filter, QString caption);
 
 public slots:
-    // Runs all checks and shows the outcome; runs on every change of the text. A disabled or hidden field
+    // Runs all checks and shows the outcome; called on every change of the text. A disabled or hidden field
     // drops its errors instead.
     void applyLineEditPolicy();
 
-    // Rounds the text if PolicyRoundToInteger asks for it; runs when editing is finished. The spelling of the
-    // name must stay: connections look it up.
+    // Rounds the text if PolicyRoundToInteger asks for it; called when editing is finished. Deliberate: the
+    // name is misspelled, and connections look it up by that spelling.
     void applyModifingPolicies();
 
 protected:
@@ -70,8 +70,8 @@ private:
     QStringList policies; // codes as decimal texts, without duplicates
 
 protected:
-    // Shown, with an icon of their own, when there is no error. Nothing in this class adds one; a derived
-    // field may.
+    // Shown with an icon of their own when there are no errors. Nothing in this class adds one; a derived
+    // class may.
     QStringList warnings;
 
 private:

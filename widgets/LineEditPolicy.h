@@ -1,4 +1,4 @@
-// The policies that a LineEditCustom can carry.
+// What a LineEditCustom can be told to check or to do.
 #pragma once
 
 enum LineEditPolicy {
@@ -9,7 +9,7 @@ enum LineEditPolicy {
     PolicyUniqueNameNoCase = 4,
     PolicyInvalidCharacters = 5,
     PolicyInvalidValues = 6,
-    PolicyKeepFullPath = 7, // known to the file dialogs, but addPolicy refuses it
+    PolicyKeepFullPath = 7, // the file dialogs look for it, but addPolicy refuses it
     PolicyDirectoryExists = 8,
     PolicyFileExists = 9,
     PolicyParentDirectoryExists = 10,
