@@ -1,4 +1,4 @@
-// What a field was told to check, as it keeps it. For one source file of a program.
+// The policies and invalid values that a field holds. Include it in only one source file of a program.
 #pragma once
 
 #include "tests/support/qt/PrivateMember.h"

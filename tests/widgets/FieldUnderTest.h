@@ -1,4 +1,4 @@
-// A validating field in a host widget, with its icon at hand.
+// A validating field in a host widget, with access to its icon.
 #pragma once
 
 #include "widgets/LineEditCustom.h"
@@ -7,15 +7,17 @@
 #include <QStringList>
 #include <QWidget>
 
-// The host is not shown unless a test shows it: a field in it still counts as not hidden.
-struct FieldUnderTest {
+// Field is LineEditCustom or derived from it. The host is not shown unless a test shows it; a field in it
+// counts as not hidden all the same.
+template <typename Field>
+struct HostedField {
     QWidget host;
-    LineEditCustom field{&host};
-    QLabel *icon = field.findChild<QLabel *>();
+    Field field{&host};
+    QLabel *icon = static_cast<QWidget &>(field).findChild<QLabel *>();
 
     bool showsIcon() const { return !icon->isHidden(); }
 
-    // The messages of the icon's tool tip, which tell the last check run without starting another.
+    // The messages in the icon's tool tip: the result of the latest check run, read without starting another.
     QStringList shownMessages() const
     {
         return icon->toolTip().isEmpty() ? QStringList() : icon->toolTip().split("<br>", Qt::SkipEmptyParts);
@@ -30,3 +32,16 @@ struct FieldUnderTest {
             field.setText(text);
     }
 };
+
+using FieldUnderTest = HostedField<LineEditCustom>;
+
+// A scale field as the main window has it, and the messages it shows.
+inline void makeScaleField(LineEditCustom &field)
+{
+    field.setFieldName("X Scale", true);
+    field.addPolicy(PolicyInvalidValues);
+    field.addPolicy(PolicyNumber);
+    field.addInvalidValue(0, false);
+}
+inline const QString scaleIsNoNumber = "<b>X Scale</b> field can only contain a number value.";
+inline const QString scaleIsZero = "<b>X Scale</b> field contains invalid value \"0\"";

@@ -1,3 +1,5 @@
+// The rule of each check: which texts fail, which pass, which leave the messages as they are, and what the
+// messages say.
 #include "tests/support/qt/QtTestMain.h"
 #include "tests/support/qt/WorkingFolder.h"
 #include "widgets/FieldChecks.h"
@@ -24,23 +26,108 @@ QStringList described(const FieldFindings &findings)
     return result;
 }
 
+// The field has minimum 1, maximum 10, the used names "A" and "", the invalid value "0" and the invalid
+// characters "ab". "@" in a text is the working folder, which holds the folder "sub" and the file "file".
+struct Rule {
+    const char *name;
+    LineEditPolicy policy;
+    QString unnamedHead;
+    QString tail;
+    QStringList failing;
+    QStringList passing;
+    QStringList leavingMessagesAlone;
+};
+
+const Rule rules[] = {
+    {"number",
+     PolicyNumber,
+     "This",
+     " field can only contain a number value.",
+     {"abc", "1,5", "5 6", " ", "0x10", "1e400", "1e39", "-1e39", "1e-60"},
+     {"5", "-1.5e3", " 5 ", ".5", "+2", "nan", "inf", "3.4e38", "1e-40"},
+     {""}},
+    {"invalid characters",
+     PolicyInvalidCharacters,
+     "This",
+     " field contains invalid character: ab",
+     {"ab", "abx", "xab", "xabx"},
+     {"AB", "a b", ""},
+     {}},
+    {"required", PolicyRequired, "This", " field is required to be filled.", {""}, {" ", "a"}, {}},
+    {"unique name",
+     PolicyUniqueName,
+     "This",
+     " field contains a name that is already used.",
+     {"A", ""},
+     {"a", "AB", " "},
+     {}},
+    {"unique name in any case",
+     PolicyUniqueNameNoCase,
+     "This",
+     " field contains a name that is already used.",
+     {"A", "a", ""},
+     {"ab", " "},
+     {}},
+    {"invalid values",
+     PolicyInvalidValues,
+     "This",
+     " field contains invalid value \"0\"",
+     {"0"},
+     {"0.0", "00", " 0", "-0", ""},
+     {}},
+    {"directory exists",
+     PolicyDirectoryExists,
+     "This directory",
+     " doesn't exist.",
+     {"missing", "file", "@/missing", "@/file", " "},
+     {"sub", "", ".", "sub/..", "@/sub", "@"},
+     {}},
+    {"file exists",
+     PolicyFileExists,
+     "This file",
+     " doesn't exist.",
+     {"missing", "sub/missing", "@/missing", "File", " "},
+     {"file", "@/file", "sub", "@/sub", ""},
+     {}},
+    {"parent directory exists",
+     PolicyParentDirectoryExists,
+     "This directory",
+     " directory doesn't exist.",
+     {"@/missing/out", "@/file/out", "@/missing/", "@/missing//", "@/missing/a/b"},
+     {"missing/out", "@/sub/out", "@/sub/", "@/missing", "/out", "/", ""},
+     {}},
+    {"minimum",
+     PolicyMinimum,
+     "This",
+     " value must be greater than: 1",
+     {"0.5", "-2", "-inf"},
+     {"1", "2", "inf", "nan"},
+     {"abc", "1e400", ""}},
+    {"maximum",
+     PolicyMaximum,
+     "This",
+     " value must be less than: 10",
+     {"10.5", "11", "inf"},
+     {"10", "9", "-inf", "nan"},
+     {"abc", "1e400", ""}},
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Rule)
 
 class tst_FieldChecks : public QObject {
     Q_OBJECT
 
 private slots:
     void checksStandInTheirOrder();
-
-    void unnamedHeads_data();
-    void unnamedHeads();
-    void namedHeads_data();
-    void namedHeads();
-
-    void emptyTextLeavesNumberAndLimitsAlone();
-    void listsWithoutEntriesLeaveTheMessagesAlone();
-    void everyEntryOfAListIsAnswered();
-    void ownNameIsTakenFromTheFieldsListForGood();
+    void textsOfARule_data();
+    void textsOfARule();
+    void limits_data();
+    void limits();
+    void emptyListsLeaveTheMessagesAlone();
+    void everyEntryOfAListIsAnsweredInListOrder();
+    void ownNameIsRemovedFromTheFieldsListForGood();
     void withoutTheRightToTheOwnNameTheListStays();
 };
 
@@ -52,95 +139,78 @@ void tst_FieldChecks::checksStandInTheirOrder()
     QCOMPARE(order, QList<int>({1, 5, 2, 3, 4, 6, 8, 9, 10, 12, 13}));
 }
 
-void tst_FieldChecks::unnamedHeads_data()
+void tst_FieldChecks::textsOfARule_data()
 {
-    QTest::addColumn<int>("policy");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("finding");
-    QTest::newRow("number") << 1 << "x"
-                            << "+This field can only contain a number value.";
-    QTest::newRow("required") << 2 << ""
-                              << "+This field is required to be filled.";
-    QTest::newRow("unique") << 3 << "x"
-                            << "-This field contains a name that is already used.";
-    QTest::newRow("unique, no case") << 4 << "x"
-                                     << "-This field contains a name that is already used.";
-    QTest::newRow("character") << 5 << "x"
-                               << "+This field contains invalid character: x";
-    QTest::newRow("value") << 6 << "x"
-                           << "+This field contains invalid value \"x\"";
-    QTest::newRow("directory") << 8 << "x"
-                               << "+This directory doesn't exist.";
-    QTest::newRow("file") << 9 << "x"
-                          << "+This file doesn't exist.";
-    QTest::newRow("parent") << 10 << "/nowhere at all/x"
-                            << "+This directory directory doesn't exist.";
-    QTest::newRow("minimum") << 12 << "0.5"
-                             << "+This value must be greater than: 1";
-    QTest::newRow("maximum") << 13 << "2.5"
-                             << "+This value must be less than: 2";
+    QTest::addColumn<Rule>("rule");
+    for (const Rule &rule : rules)
+        QTest::newRow(rule.name) << rule;
 }
 
-void tst_FieldChecks::unnamedHeads()
+void tst_FieldChecks::textsOfARule()
 {
-    QFETCH(int, policy);
-    QFETCH(QString, text);
-    QFETCH(QString, finding);
+    QFETCH(Rule, rule);
     const WorkingFolder folder;
-    QStringList used;
-    const FieldFacts facts{text, "", 1.0F, 2.0F, used, {"x"}, {"x"}, true};
-    QCOMPARE(described(run(LineEditPolicy(policy), facts)), QStringList{finding});
+    folder.makeFolder("sub");
+    folder.write("file", "x");
+    for (const QString name : {"", "<b>N</b>"}) {
+        const QString message = (name.isEmpty() ? rule.unnamedHead : name) + rule.tail;
+        const struct {
+            QStringList texts;
+            QStringList findings;
+        } outcomes[] = {{rule.failing, {"+" + message}},
+                        {rule.passing, {"-" + message}},
+                        {rule.leavingMessagesAlone, {}}};
+        for (const auto &outcome : outcomes) {
+            for (QString text : outcome.texts) {
+                text.replace('@', folder.path());
+                QStringList used{"A", ""};
+                const FieldFacts facts{text, name, 1.0F, 10.0F, used, {"0"}, {"ab"}, false};
+                const QStringList findings = described(run(rule.policy, facts));
+                QVERIFY2(findings == outcome.findings, qPrintable(text + ": " + findings.join(" | ")));
+            }
+        }
+    }
 }
 
-void tst_FieldChecks::namedHeads_data()
+void tst_FieldChecks::limits_data()
 {
-    QTest::addColumn<int>("policy");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("finding");
-    QTest::newRow("number") << 1 << "x"
-                            << "+<b>N</b> field can only contain a number value.";
-    QTest::newRow("required") << 2 << ""
-                              << "+<b>N</b> field is required to be filled.";
-    QTest::newRow("unique") << 3 << "x"
-                            << "-<b>N</b> field contains a name that is already used.";
-    QTest::newRow("unique, no case") << 4 << "x"
-                                     << "-<b>N</b> field contains a name that is already used.";
-    QTest::newRow("character") << 5 << "x"
-                               << "+<b>N</b> field contains invalid character: x";
-    QTest::newRow("value") << 6 << "x"
-                           << "+<b>N</b> field contains invalid value \"x\"";
-    QTest::newRow("directory") << 8 << "x"
-                               << "+<b>N</b> doesn't exist.";
-    QTest::newRow("file") << 9 << "x"
-                          << "+<b>N</b> doesn't exist.";
-    QTest::newRow("parent") << 10 << "/nowhere at all/x"
-                            << "+<b>N</b> directory doesn't exist.";
-    QTest::newRow("minimum") << 12 << "0.5"
-                             << "+<b>N</b> value must be greater than: 1";
-    QTest::newRow("maximum") << 13 << "2.5"
-                             << "+<b>N</b> value must be less than: 2";
+    QTest::addColumn<float>("limit");
+    QTest::addColumn<QString>("equalText");
+    QTest::addColumn<QString>("shown");
+    const struct {
+        const char *name;
+        float limit;
+        QString equalText;
+        QString shown;
+    } rows[] = {
+        {"is shown with six digits", 1234567.0F, "1234567", "1.23457e+06"},
+        {"small with an exponent", 0.000012345678F, "0.000012345678", "1.23457e-05"},
+        {"exact tie of six digits goes away from zero", 100000.5F, "100000.5", "100001"},
+        {"negative fraction", -0.1F, "-0.1", "-0.1"},
+        {"compared as a float", 0.1F, "0.1", "0.1"},
+    };
+    for (const auto &row : rows)
+        QTest::newRow(row.name) << row.limit << row.equalText << row.shown;
 }
 
-void tst_FieldChecks::namedHeads()
+void tst_FieldChecks::limits()
 {
-    QFETCH(int, policy);
-    QFETCH(QString, text);
-    QFETCH(QString, finding);
-    const WorkingFolder folder;
+    QFETCH(float, limit);
+    QFETCH(QString, equalText);
+    QFETCH(QString, shown);
     QStringList used;
-    const FieldFacts facts{text, "<b>N</b>", 1.0F, 2.0F, used, {"x"}, {"x"}, true};
-    QCOMPARE(described(run(LineEditPolicy(policy), facts)), QStringList{finding});
+    const auto findings = [&](LineEditPolicy policy, const QString &text) {
+        return described(run(policy, {text, "", limit, limit, used, {}, {}, true}));
+    };
+    const QString tooSmall = "This value must be greater than: " + shown;
+    const QString tooLarge = "This value must be less than: " + shown;
+    QCOMPARE(findings(PolicyMinimum, "-1e9"), QStringList{"+" + tooSmall});
+    QCOMPARE(findings(PolicyMinimum, equalText), QStringList{"-" + tooSmall});
+    QCOMPARE(findings(PolicyMaximum, equalText), QStringList{"-" + tooLarge});
+    QCOMPARE(findings(PolicyMaximum, "1e9"), QStringList{"+" + tooLarge});
 }
 
-void tst_FieldChecks::emptyTextLeavesNumberAndLimitsAlone()
-{
-    QStringList used;
-    const FieldFacts facts{"", "", 1.0F, -1.0F, used, {}, {}, true};
-    for (const LineEditPolicy policy : {PolicyNumber, PolicyMinimum, PolicyMaximum})
-        QCOMPARE(described(run(policy, facts)), QStringList());
-}
-
-void tst_FieldChecks::listsWithoutEntriesLeaveTheMessagesAlone()
+void tst_FieldChecks::emptyListsLeaveTheMessagesAlone()
 {
     QStringList used;
     const FieldFacts facts{"x", "", 0.0F, 0.0F, used, {}, {}, true};
@@ -148,7 +218,7 @@ void tst_FieldChecks::listsWithoutEntriesLeaveTheMessagesAlone()
         QCOMPARE(described(run(policy, facts)), QStringList());
 }
 
-void tst_FieldChecks::everyEntryOfAListIsAnswered()
+void tst_FieldChecks::everyEntryOfAListIsAnsweredInListOrder()
 {
     QStringList used;
     const FieldFacts facts{"ab", "", 0.0F, 0.0F, used, {"b", "ab", "AB"}, {"b", "c", "a"}, true};
@@ -162,7 +232,7 @@ void tst_FieldChecks::everyEntryOfAListIsAnswered()
                      "-This field contains invalid value \"AB\""}));
 }
 
-void tst_FieldChecks::ownNameIsTakenFromTheFieldsListForGood()
+void tst_FieldChecks::ownNameIsRemovedFromTheFieldsListForGood()
 {
     QStringList used{"A", "a", "b", "a"};
     const FieldFacts facts{"a", "", 0.0F, 0.0F, used, {}, {}, true};

@@ -1,7 +1,6 @@
-// Every check of the field, through the field: which texts fail, what the user reads, and what stays
-// standing.
+// What the field does with the findings of its checks: which messages stand after each check run, and in
+// which order. The rules of the checks are tested in tst_FieldChecks.
 #include "tests/support/qt/QtTestMain.h"
-#include "tests/support/qt/WorkingFolder.h"
 #include "tests/widgets/FieldUnderTest.h"
 
 #include <QtTest>
@@ -11,7 +10,7 @@
 
 namespace {
 
-// One check run: a text, and the messages that stand afterwards. "@" in a text is the working folder.
+// One check run: a text, and the messages that stand after it.
 struct Step {
     QString text;
     QStringList messages;
@@ -23,7 +22,9 @@ struct Case {
     std::vector<Step> steps;
 };
 
-std::function<void(LineEditCustom &)> policies(QList<int> codes)
+using Configuration = std::function<void(LineEditCustom &)>;
+
+Configuration policies(QList<int> codes)
 {
     return [codes](LineEditCustom &field) {
         for (const int code : codes)
@@ -31,24 +32,23 @@ std::function<void(LineEditCustom &)> policies(QList<int> codes)
     };
 }
 
-std::function<void(LineEditCustom &)> invalidCharacters(QStringList characters)
-{
-    return [characters](LineEditCustom &field) {
-        field.addPolicy(PolicyInvalidCharacters);
-        field.setInvalidCharacters(characters);
-    };
-}
-
-std::function<void(LineEditCustom &)> usedNames(QList<int> codes, QStringList names)
+Configuration usedNames(QList<int> codes, QStringList names)
 {
     return [codes, names](LineEditCustom &field) {
-        for (const int code : codes)
-            field.addPolicy(code);
+        policies(codes)(field);
         field.setUsedNames(names);
     };
 }
 
-std::function<void(LineEditCustom &)> invalidValues(QList<int> values)
+Configuration invalidCharacters(QList<int> codes, QStringList characters)
+{
+    return [codes, characters](LineEditCustom &field) {
+        policies(codes)(field);
+        field.setInvalidCharacters(characters);
+    };
+}
+
+Configuration invalidValues(QList<int> values)
 {
     return [values](LineEditCustom &field) {
         field.addPolicy(PolicyInvalidValues);
@@ -57,29 +57,32 @@ std::function<void(LineEditCustom &)> invalidValues(QList<int> values)
     };
 }
 
-std::function<void(LineEditCustom &)> minimum(float value)
+Configuration limits(QList<int> codes, float minimum, float maximum)
 {
-    return [value](LineEditCustom &field) {
-        field.addPolicy(PolicyMinimum);
-        field.setMinimumValue(value);
+    return [codes, minimum, maximum](LineEditCustom &field) {
+        policies(codes)(field);
+        field.setMinimumValue(minimum);
+        field.setMaximumValue(maximum);
     };
 }
 
-std::function<void(LineEditCustom &)> maximum(float value)
+Configuration numberNamed(QString name, bool bold)
 {
-    return [value](LineEditCustom &field) {
-        field.addPolicy(PolicyMaximum);
-        field.setMaximumValue(value);
-    };
-}
-
-std::function<void(LineEditCustom &)> named(QString name, bool bold,
-                                            std::function<void(LineEditCustom &)> more)
-{
-    return [name, bold, more](LineEditCustom &field) {
+    return [name, bold](LineEditCustom &field) {
         field.setFieldName(name, bold);
-        more(field);
+        field.addPolicy(PolicyNumber);
     };
+}
+
+void everyPolicyInReverse(LineEditCustom &field)
+{
+    for (int code = PolicyMaximum; code >= PolicyNumber; --code)
+        field.addPolicy(code);
+    field.setUsedNames({"-7", "-7", "-7"});
+    field.setInvalidCharacters({"-"});
+    field.addInvalidValue(-7, false);
+    field.setMinimumValue(1.0F);
+    field.setMaximumValue(-20.0F);
 }
 
 const QString number = "This field can only contain a number value.";
@@ -87,322 +90,114 @@ const QString required = "This field is required to be filled.";
 const QString used = "This field contains a name that is already used.";
 const QString noDirectory = "This directory doesn't exist.";
 const QString noFile = "This file doesn't exist.";
-const QString noParent = "This directory directory doesn't exist.";
+const QString tooSmall = "This value must be greater than: 1";
+const QString tooLarge = "This value must be less than: 10";
 
-const std::vector<Case> &cases()
-{
-    static const std::vector<Case> all{
-        {"number: what converts",
-         policies({PolicyNumber}),
-         {{"5", {}},
-          {"abc", {number}},
-          {"-1.5e3", {}},
-          {"1,5", {number}},
-          {" 5 ", {}},
-          {"5 6", {number}},
-          {".5", {}},
-          {" ", {number}},
-          {"+2", {}},
-          {"0x10", {number}},
-          {"nan", {}},
-          {"1e400", {number}},
-          {"inf", {}},
-          {"1e39", {number}},
-          {"3.4e38", {}},
-          {"-1e39", {number}},
-          {"1e-40", {}},
-          {"1e-60", {number}}}},
-        {"number: the message stands while the field is empty",
-         policies({PolicyNumber}),
-         {{"", {}}, {"abc", {number}}, {"", {number}}, {"5", {}}, {"", {}}}},
-        {"number: named in bold",
-         named("X Scale", true, policies({PolicyNumber})),
-         {{"abc", {"<b>X Scale</b> field can only contain a number value."}}}},
-        {"number: named plainly",
-         named("X Scale", false, policies({PolicyNumber})),
-         {{"abc", {"X Scale field can only contain a number value."}}}},
-        {"empty bold name is a name",
-         named("", true, policies({PolicyNumber})),
-         {{"abc", {"<b></b> field can only contain a number value."}}}},
+QString character(const QString &text) { return "This field contains invalid character: " + text; }
+QString value(const QString &text) { return "This field contains invalid value \"" + text + "\""; }
 
-        {"invalid characters: none given", invalidCharacters({}), {{"a/b", {}}}},
-        {"invalid characters: one message an entry, in list order",
-         invalidCharacters({"/", "ab", "*"}),
-         {{"x", {}},
-          {"a/b", {"This field contains invalid character: /"}},
-          {"*ab", {"This field contains invalid character: ab", "This field contains invalid character: *"}},
-          {"AB", {}},
-          {"b/", {"This field contains invalid character: /"}},
-          {"", {}}}},
-        {"invalid characters: at the start and at the end",
-         invalidCharacters({"#"}),
-         {{"#a", {"This field contains invalid character: #"}},
-          {"a", {}},
-          {"a#", {"This field contains invalid character: #"}}}},
-        {"invalid characters: named",
-         named("Name", true, invalidCharacters({":"})),
-         {{"a:", {"<b>Name</b> field contains invalid character: :"}}}},
+const Case cases[] = {
+    {"name in bold",
+     numberNamed("X Scale", true),
+     {{"abc", {"<b>X Scale</b> field can only contain a number value."}}}},
+    {"plain name",
+     numberNamed("X Scale", false),
+     {{"abc", {"X Scale field can only contain a number value."}}}},
+    {"an empty name in bold is a name",
+     numberNamed("", true),
+     {{"abc", {"<b></b> field can only contain a number value."}}}},
 
-        {"required", policies({PolicyRequired}), {{"", {required}}, {" ", {}}, {"", {required}}, {"a", {}}}},
-        {"required: named",
-         named("Stl Input File", true, policies({PolicyRequired})),
-         {{"", {"<b>Stl Input File</b> field is required to be filled."}}}},
+    {"a number message stands while the field is empty",
+     policies({PolicyNumber}),
+     {{"", {}}, {"abc", {number}}, {"", {number}}, {"5", {}}, {"", {}}}},
+    {"an empty text is only required, since it names an existing directory",
+     policies({PolicyRequired, PolicyFileExists}),
+     {{"", {required}}, {"missing", {noFile}}, {"", {required}}, {".", {}}}},
+    {"limit messages stand until a number is entered",
+     limits({PolicyMinimum, PolicyMaximum}, 1.0F, 10.0F),
+     {{"abc", {}},
+      {"0", {tooSmall}},
+      {"abc", {tooSmall}},
+      {"", {tooSmall}},
+      {"11", {tooLarge}},
+      {"abc", {tooLarge}},
+      {"", {tooLarge}},
+      {"nan", {}},
+      {"", {}}}},
+    {"each invalid character has its message, in list order",
+     invalidCharacters({PolicyInvalidCharacters}, {"/", "ab", "*"}),
+     {{"a/b", {character("/")}},
+      {"*ab", {character("ab"), character("*")}},
+      {"x", {}},
+      {"b/", {character("/")}},
+      {"", {}}}},
+    {"each invalid value has its message",
+     invalidValues({0, -3}),
+     {{"0", {value("0")}}, {"-3", {value("-3")}}, {"1", {}}}},
+    {"an invalid value that was added twice has one message",
+     invalidValues({0, 0}),
+     {{"0", {value("0")}}, {"1", {}}}},
 
-        {"unique name: own name is dropped once and for all",
-         usedNames({PolicyUniqueName}, {"a", "b"}),
-         {{"a", {}}, {"b", {used}}, {"a", {}}}},
-        {"unique name: only the first of two equal names is dropped",
-         usedNames({PolicyUniqueName}, {"a", "a"}),
-         {{"a", {used}}}},
-        {"unique name: a second run drops the second, as long as no run was clean",
-         usedNames({PolicyUniqueName}, {"a", "a"}),
-         {{"a", {used}}, {"a", {}}}},
-        {"unique name: after a clean run nothing is dropped",
-         usedNames({PolicyUniqueName}, {"a"}),
-         {{"x", {}}, {"a", {used}}, {"a", {used}}, {"x", {}}}},
-        {"unique name: case counts",
-         usedNames({PolicyUniqueName}, {"A"}),
-         {{"x", {}}, {"a", {}}, {"A", {used}}}},
-        {"unique name: nothing used", usedNames({PolicyUniqueName}, {}), {{"a", {}}, {"", {}}}},
-        {"unique name: the empty text can be used",
-         usedNames({PolicyUniqueName}, {""}),
-         {{"x", {}}, {"", {used}}}},
-        {"unique name without case",
-         usedNames({PolicyUniqueNameNoCase}, {"A"}),
-         {{"x", {}}, {"a", {used}}, {"ab", {}}, {"A", {used}}}},
-        {"unique name without case: own name is dropped with case",
-         usedNames({PolicyUniqueNameNoCase}, {"A"}),
-         {{"a", {used}}, {"A", {}}}},
-        {"unique name: both kinds, two equal names, each drops one",
-         usedNames({PolicyUniqueName, PolicyUniqueNameNoCase}, {"a", "a"}),
-         {{"a", {}}}},
-        {"unique name: both kinds share one message",
-         usedNames({PolicyUniqueName, PolicyUniqueNameNoCase}, {"a", "a", "a"}),
-         {{"a", {used}}}},
-        {"unique name: the kind without case runs last and decides",
-         usedNames({PolicyUniqueNameNoCase, PolicyUniqueName}, {"A"}),
-         {{"x", {}}, {"a", {used}}}},
-        {"unique name: named",
-         named("Name", true, usedNames({PolicyUniqueName}, {"a", "a"})),
-         {{"a", {"<b>Name</b> field contains a name that is already used."}}}},
+    {"the field's own name is removed from the used names for good",
+     usedNames({PolicyUniqueName}, {"a", "b"}),
+     {{"a", {}}, {"b", {used}}, {"a", {}}}},
+    {"each run removes one of several equal names until a run is clean",
+     usedNames({PolicyUniqueName}, {"a", "a"}),
+     {{"a", {used}}, {"a", {}}}},
+    {"after a clean run no name is removed",
+     usedNames({PolicyUniqueName}, {"a"}),
+     {{"x", {}}, {"a", {used}}, {"a", {used}}, {"x", {}}}},
+    {"of two checks with the same message the later one removes it",
+     usedNames({PolicyUniqueName, PolicyUniqueNameNoCase}, {"a", "a"}),
+     {{"a", {}}}},
+    {"of two checks with the same message the later one adds it",
+     usedNames({PolicyUniqueNameNoCase, PolicyUniqueName}, {"A"}),
+     {{"x", {}}, {"a", {used}}}},
 
-        {"invalid values: none given", policies({PolicyInvalidValues}), {{"0", {}}}},
-        {"invalid values: compared as text",
-         invalidValues({0, -3}),
-         {{"0", {"This field contains invalid value \"0\""}},
-          {"0.0", {}},
-          {"-3", {"This field contains invalid value \"-3\""}},
-          {"00", {}},
-          {"0", {"This field contains invalid value \"0\""}},
-          {" 0", {}},
-          {"-0", {}},
-          {"", {}}}},
-        {"invalid values: a value given twice has one message",
-         invalidValues({0, 0}),
-         {{"0", {"This field contains invalid value \"0\""}}, {"1", {}}}},
-        {"invalid values: named",
-         named("X Scale", true, invalidValues({0})),
-         {{"0", {"<b>X Scale</b> field contains invalid value \"0\""}}}},
-
-        {"directory exists",
-         policies({PolicyDirectoryExists}),
-         {{"sub", {}},
-          {"nosub", {noDirectory}},
-          {"", {}},
-          {"file", {noDirectory}},
-          {".", {}},
-          {"@/nosub", {noDirectory}},
-          {"@/sub", {}},
-          {"@/file", {noDirectory}},
-          {"@", {}},
-          {" ", {noDirectory}},
-          {"sub/..", {}}}},
-        {"directory exists: named",
-         named("Folder", true, policies({PolicyDirectoryExists})),
-         {{"nosub", {"<b>Folder</b> doesn't exist."}}}},
-
-        {"file exists",
-         policies({PolicyFileExists}),
-         {{"file", {}},
-          {"nofile", {noFile}},
-          {"", {}},
-          {"sub/nofile", {noFile}},
-          {"sub", {}},
-          {"@/nofile", {noFile}},
-          {"@/file", {}},
-          {"File", {noFile}},
-          {"@/sub", {}},
-          {" ", {noFile}}}},
-        {"file exists: named",
-         named("Stl Input File", true, policies({PolicyFileExists})),
-         {{"nofile", {"<b>Stl Input File</b> doesn't exist."}}}},
-        {"file exists and required: an empty text is only required",
-         policies({PolicyRequired, PolicyFileExists}),
-         {{"", {required}}, {"nofile", {noFile}}, {"", {required}}, {"file", {}}}},
-
-        {"parent directory exists",
-         policies({PolicyParentDirectoryExists}),
-         {{"@/nosub/out", {noParent}},
-          {"nosub/out", {}},
-          {"@/file/out", {noParent}},
-          {"@/sub/out", {}},
-          {"@/nosub/", {noParent}},
-          {"@/nosub", {}},
-          {"@/nosub/a/b", {noParent}},
-          {"", {}},
-          {"@/nosub//", {noParent}},
-          {"@/sub/", {}},
-          {"@/nosub/x", {noParent}},
-          {"/out", {}},
-          {"@/nosub/x", {noParent}},
-          {"/", {}}}},
-        {"parent directory exists: named",
-         named("Stl Output File", true, policies({PolicyParentDirectoryExists})),
-         {{"@/nosub/out", {"<b>Stl Output File</b> directory doesn't exist."}}}},
-
-        {"minimum: equal passes",
-         minimum(1.0F),
-         {{"0.5", {"This value must be greater than: 1"}},
-          {"1", {}},
-          {"-2", {"This value must be greater than: 1"}},
-          {"2", {}}}},
-        {"minimum: a text that does not convert changes nothing",
-         minimum(1.0F),
-         {{"abc", {}},
-          {"0", {"This value must be greater than: 1"}},
-          {"abc", {"This value must be greater than: 1"}},
-          {"", {"This value must be greater than: 1"}},
-          {"nan", {}},
-          {"", {}}}},
-        {"minimum: infinite", minimum(1.0F), {{"-inf", {"This value must be greater than: 1"}}, {"inf", {}}}},
-        {"minimum: six digits",
-         minimum(1234567.0F),
-         {{"0", {"This value must be greater than: 1.23457e+06"}}}},
-        {"minimum: exact tie of six digits goes away from zero",
-         minimum(100000.5F),
-         {{"0", {"This value must be greater than: 100001"}}}},
-        {"minimum: fraction and name",
-         named("Angle", true, minimum(-0.1F)),
-         {{"-0.2", {"<b>Angle</b> value must be greater than: -0.1"}}, {"-0.1", {}}}},
-        {"maximum: equal passes",
-         maximum(10.0F),
-         {{"10.5", {"This value must be less than: 10"}},
-          {"10", {}},
-          {"11", {"This value must be less than: 10"}},
-          {"9", {}}}},
-        {"maximum: a text that does not convert changes nothing",
-         maximum(10.0F),
-         {{"abc", {}},
-          {"20", {"This value must be less than: 10"}},
-          {"1e400", {"This value must be less than: 10"}},
-          {"", {"This value must be less than: 10"}},
-          {"nan", {}}}},
-        {"maximum: six digits and name",
-         named("Angle", false, maximum(0.000012345678F)),
-         {{"1", {"Angle value must be less than: 1.23457e-05"}}}},
-
-        {"checks run in their own order, whatever the order of the policies",
-         [](LineEditCustom &field) {
-             for (int code = PolicyMaximum; code >= PolicyNumber; --code)
-                 field.addPolicy(code);
-             field.setUsedNames({"-7", "-7", "-7"});
-             field.setInvalidCharacters({"-"});
-             field.addInvalidValue(-7, false);
-             field.setMinimumValue(1.0F);
-             field.setMaximumValue(-20.0F);
-         },
-         {{"-7",
-           {"This field contains invalid character: -", used, "This field contains invalid value \"-7\"",
-            noDirectory, noFile, "This value must be greater than: 1",
-            "This value must be less than: -20"}}}},
-        {"an absolute text that nothing is right with",
-         [](LineEditCustom &field) {
-             for (const int code : {10, 9, 8, 5, 1})
-                 field.addPolicy(code);
-             field.setInvalidCharacters({"?"});
-         },
-         {{"@/nosub/?",
-           {number, "This field contains invalid character: ?", noDirectory, noFile, noParent}}}},
-        {"messages stand in the order in which they first failed",
-         [](LineEditCustom &field) {
-             field.addPolicy(PolicyNumber);
-             field.addPolicy(PolicyMinimum);
-             field.setMinimumValue(10.0F);
-         },
-         {{"5", {"This value must be greater than: 10"}},
-          {"abc", {"This value must be greater than: 10", number}},
-          {"5", {"This value must be greater than: 10"}},
-          {"50", {}}}},
-        {"a message that is removed and comes back goes to the end",
-         [](LineEditCustom &field) {
-             field.addPolicy(PolicyNumber);
-             field.addPolicy(PolicyInvalidCharacters);
-             field.setInvalidCharacters({"a"});
-         },
-         {{"a", {number, "This field contains invalid character: a"}},
-          {"x", {number}},
-          {"xa", {number, "This field contains invalid character: a"}},
-          {"1", {}},
-          {"", {}},
-          {"a", {number, "This field contains invalid character: a"}}}},
-        {"a policy that is added twice counts once", policies({1, 1, 1}), {{"abc", {number}}, {"1", {}}}},
-        {"unknown codes and the one for full paths are ignored",
-         policies({7, 14, -1, 99, 1000}),
-         {{"abc", {}}, {"", {}}, {"@/nosub/x", {}}}},
-        {"code 0 empties the list", policies({1, 2, 9, 0}), {{"abc", {}}, {"", {}}}},
-        {"code 0 empties what came before it only", policies({2, 0, 1}), {{"abc", {number}}}},
-    };
-    return all;
-}
+    {"checks run in their own order, whatever the order of the policies",
+     everyPolicyInReverse,
+     {{"-7",
+       {character("-"), used, value("-7"), noDirectory, noFile, tooSmall,
+        "This value must be less than: -20"}}}},
+    {"messages stand in the order in which they first failed",
+     limits({PolicyNumber, PolicyMinimum}, 1.0F, 0.0F),
+     {{"0", {tooSmall}}, {"abc", {tooSmall, number}}, {"0", {tooSmall}}, {"5", {}}}},
+    {"a message that was removed returns at the end",
+     invalidCharacters({PolicyNumber, PolicyInvalidCharacters}, {"e"}),
+     {{"e", {number, character("e")}}, {"1e5", {character("e")}}, {"e", {character("e"), number}}}},
+};
 
 } // namespace
+
+Q_DECLARE_METATYPE(Case)
 
 class tst_LineEditChecks : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup() { m_folder.reset(); }
-
     void messages_data();
     void messages();
 
     void messageOutlivesItsPolicy();
-    void messageOfADroppedInvalidValueStands();
-    void invalidValuesAreClearedFirstOnRequest();
-    void renamedFieldKeepsTheOldMessageUntilADisabledRun();
-    void disabledRunKeepsTheRightToTheOwnName();
-    void hiddenRunKeepsTheRightToTheOwnName();
-    void sameMessageTwiceIsShownOnce();
-
-private:
-    std::unique_ptr<WorkingFolder> m_folder;
+    void messageOfARemovedInvalidValueStands();
+    void messageWithTheOldNameStandsUntilADisabledRun();
+    void repeatedMessageIsShownOnce();
 };
-
-void tst_LineEditChecks::init()
-{
-    m_folder = std::make_unique<WorkingFolder>();
-    m_folder->makeFolder("sub");
-    m_folder->write("file", "x");
-}
 
 void tst_LineEditChecks::messages_data()
 {
-    QTest::addColumn<int>("index");
-    for (std::size_t index = 0; index < cases().size(); ++index)
-        QTest::newRow(cases()[index].name) << int(index);
+    QTest::addColumn<Case>("row");
+    for (const Case &row : cases)
+        QTest::newRow(row.name) << row;
 }
 
 void tst_LineEditChecks::messages()
 {
-    QFETCH(int, index);
-    const Case &row = cases()[std::size_t(index)];
+    QFETCH(Case, row);
     FieldUnderTest f;
     row.configure(f.field);
     for (const Step &step : row.steps) {
-        QString text = step.text;
-        text.replace('@', m_folder->path());
-        f.check(text);
+        f.check(step.text);
         QVERIFY2(f.shownMessages() == step.messages,
                  qPrintable('"' + step.text + "\": " + f.shownMessages().join(" | ")));
         QCOMPARE(f.showsIcon(), !step.messages.isEmpty());
@@ -422,34 +217,22 @@ void tst_LineEditChecks::messageOutlivesItsPolicy()
     QCOMPARE(f.shownMessages(), QStringList());
 }
 
-void tst_LineEditChecks::messageOfADroppedInvalidValueStands()
+void tst_LineEditChecks::messageOfARemovedInvalidValueStands()
 {
     FieldUnderTest f;
     invalidValues({0})(f.field);
     f.check("0");
     f.field.addInvalidValue(5, true);
     f.check("1");
-    QCOMPARE(f.shownMessages(), QStringList{"This field contains invalid value \"0\""});
+    QCOMPARE(f.shownMessages(), QStringList{value("0")});
+    f.check("5");
+    QCOMPARE(f.shownMessages(), QStringList({value("0"), value("5")}));
 }
 
-void tst_LineEditChecks::invalidValuesAreClearedFirstOnRequest()
+void tst_LineEditChecks::messageWithTheOldNameStandsUntilADisabledRun()
 {
     FieldUnderTest f;
-    invalidValues({0, 1})(f.field);
-    f.field.addInvalidValue(2, true);
-    f.check("0");
-    QVERIFY(!f.showsIcon());
-    f.check("1");
-    QVERIFY(!f.showsIcon());
-    f.check("2");
-    QCOMPARE(f.shownMessages(), QStringList{"This field contains invalid value \"2\""});
-}
-
-void tst_LineEditChecks::renamedFieldKeepsTheOldMessageUntilADisabledRun()
-{
-    FieldUnderTest f;
-    f.field.setFieldName("Old", true);
-    f.field.addPolicy(PolicyNumber);
+    numberNamed("Old", true)(f.field);
     f.check("abc");
     f.field.setFieldName("New", true);
     f.check("abcd");
@@ -464,35 +247,12 @@ void tst_LineEditChecks::renamedFieldKeepsTheOldMessageUntilADisabledRun()
     QCOMPARE(f.shownMessages(), QStringList());
 }
 
-void tst_LineEditChecks::disabledRunKeepsTheRightToTheOwnName()
-{
-    FieldUnderTest f;
-    usedNames({PolicyUniqueName}, {"a"})(f.field);
-    f.field.setEnabled(false);
-    f.check("a");
-    f.field.setEnabled(true);
-    f.check("a");
-    QVERIFY(!f.showsIcon());
-}
-
-void tst_LineEditChecks::hiddenRunKeepsTheRightToTheOwnName()
-{
-    FieldUnderTest f;
-    usedNames({PolicyUniqueName}, {"a"})(f.field);
-    f.field.hide();
-    f.check("a");
-    f.field.show();
-    f.check("a");
-    QVERIFY(!f.showsIcon());
-}
-
-void tst_LineEditChecks::sameMessageTwiceIsShownOnce()
+void tst_LineEditChecks::repeatedMessageIsShownOnce()
 {
     FieldUnderTest f;
     f.field.addPolicy(PolicyNumber);
-    f.check("abc");
-    f.check("abc");
-    f.check("abcd");
+    for (const char *text : {"abc", "abc", "abcd"})
+        f.check(text);
     QCOMPARE(f.icon->toolTip(), number);
     QCOMPARE(f.field.errorText(), number + "<br>");
 }

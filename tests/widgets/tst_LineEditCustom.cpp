@@ -1,109 +1,21 @@
+// The field itself: its slots, its policies, when checks run, what they leave behind, and rounding. The
+// checks and their messages are tested in tst_FieldChecks and tst_LineEditChecks, the icon in
+// tst_LineEditIcon.
 #include "tests/support/qt/QtTestMain.h"
 #include "tests/widgets/FieldLists.h"
 #include "tests/widgets/FieldUnderTest.h"
 #include "widgets/FieldChecks.h"
 #include "widgets/LineEditCustom.h"
 
-#include <QApplication>
 #include <QMetaMethod>
-#include <QProxyStyle>
 #include <QSignalSpy>
-#include <QStyle>
-#include <QStyleFactory>
 #include <QtTest>
 
-#include <memory>
 #include <type_traits>
 
 namespace {
 
-const QString numberMessage = "<b>X Scale</b> field can only contain a number value.";
-const QString zeroMessage = "<b>X Scale</b> field contains invalid value \"0\"";
-
-void makeScaleField(LineEditCustom &field)
-{
-    field.setFieldName("X Scale", true);
-    field.addPolicy(PolicyInvalidValues);
-    field.addPolicy(PolicyNumber);
-    field.addInvalidValue(0, false);
-}
-
-QImage scaledIcon(const QString &resource, int height)
-{
-    return QPixmap(resource).scaled(20, height, Qt::KeepAspectRatio, Qt::FastTransformation).toImage();
-}
-
-int frameOf(const LineEditCustom &field)
-{
-    return field.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &field);
-}
-
-QString paddingStyleSheet(const FieldUnderTest &f, int frame)
-{
-    const int padding = f.icon->sizeHint().width() + frame + 1;
-    return "QLineEdit { padding-right: " + QString::number(padding) + "px; } ";
-}
-
-QSize leastSize(FieldUnderTest &f, int frame)
-{
-    // The size hints as they were before the text margins were widened.
-    QLineEdit reference(&f.host);
-    reference.setStyleSheet(f.field.styleSheet());
-    const QSize hint = reference.minimumSizeHint();
-    const int height = f.icon->sizeHint().height() + 2 * frame + 2;
-    return {qMax(hint.width(), height), qMax(hint.height(), height)};
-}
-
-QPoint iconPlace(const LineEditCustom &field, const QLabel &icon, int frame)
-{
-    const QSize size = icon.sizeHint();
-    return {field.rect().right() - frame - size.width(), (field.rect().bottom() - size.height()) / 2};
-}
-
-QPoint iconPlace(const LineEditCustom &field, const QLabel &icon)
-{
-    return iconPlace(field, icon, frameOf(field));
-}
-
-// While it lives, frames are seven pixels wide.
-class WideFrames {
-public:
-    WideFrames() { QApplication::setStyle(new Style); }
-    ~WideFrames() { QApplication::setStyle(QStyleFactory::create("fusion")); }
-    WideFrames(const WideFrames &) = delete;
-    WideFrames &operator=(const WideFrames &) = delete;
-
-private:
-    class Style : public QProxyStyle {
-    public:
-        Style()
-            : QProxyStyle("fusion")
-        {}
-        int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
-        {
-            return metric == PM_DefaultFrameWidth ? 7 : QProxyStyle::pixelMetric(metric, option, widget);
-        }
-    };
-};
-
-// While it lives, labels have a large font.
-class LargeLabels {
-public:
-    LargeLabels()
-    {
-        QFont large = m_plain;
-        large.setPointSize(60);
-        QApplication::setFont(large, "QLabel");
-    }
-    ~LargeLabels() { QApplication::setFont(m_plain, "QLabel"); }
-    LargeLabels(const LargeLabels &) = delete;
-    LargeLabels &operator=(const LargeLabels &) = delete;
-
-private:
-    const QFont m_plain = QApplication::font("QLabel");
-};
-
-// The field follows its size and leaves every other event to the line edit.
+// The field handles changes of its size itself and leaves every other event to the line edit.
 struct HandlersOfAField : LineEditCustom {
     template <typename Handler, typename Owner, typename Event>
     static constexpr bool is = std::is_same_v<Handler, void (Owner::*)(Event *)>;
@@ -123,23 +35,21 @@ struct HandlersOfAField : LineEditCustom {
     static_assert(std::is_same_v<decltype(&HandlersOfAField::minimumSizeHint), QSize (QLineEdit::*)() const>);
 };
 
-// A field that warns by itself.
-class WarningField : public LineEditCustom {
-public:
-    using LineEditCustom::LineEditCustom;
-    void warn(const QString &message) { warnings << message; }
-};
+// The two ways to exclude a field from checking.
+void addExclusions()
+{
+    QTest::addColumn<bool>("hides");
+    QTest::newRow("disabled") << false;
+    QTest::newRow("hidden") << true;
+}
 
-class ResizeCounter : public QObject {
-public:
-    int resizes = 0;
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() == QEvent::Resize)
-            ++resizes;
-        return QObject::eventFilter(watched, event);
-    }
-};
+void setExcluded(LineEditCustom &field, bool hides, bool excluded)
+{
+    if (hides)
+        field.setVisible(!excluded);
+    else
+        field.setEnabled(!excluded);
+}
 
 } // namespace
 
@@ -150,51 +60,29 @@ private slots:
     void metaObjectHasTwoSlotsInOrderAndNothingElse();
     void slotsAreConnectedByTheirNames();
     void policyCodesAreFixed();
-    void policiesAreKeptAsDecimalTextsInTheOrderTheyCame();
+    void policiesAreKeptAsDecimalTextsInOrderOfAddition();
     void everyPolicyButOneCanBeAdded();
     void everyCheckOfTheTableCanBeAdded();
     void invalidValuesAreKeptAsDecimalTextsEvenTwice();
 
     void newFieldIsEmptyAndShowsNoIcon();
-    void newFieldHasItsStyleSheets();
-    void newFieldHasItsMinimumSize();
-    void iconHeightBoundsTheWidthToo();
-    void frameWidthIsThatOfTheStyle();
-    void newFieldKeepsTwelvePixelsAtItsRight();
-    void iconHasTheArrowCursor();
-
     void fieldWithoutPoliciesIsAlwaysClean();
-    void everyTextChangeStartsACheckRun();
     void typingShowsAndHidesTheIcon();
-    void oneMessageHasNoBreak();
-    void twoMessagesHaveABreakEach();
-    void errorTextEndsEveryMessageWithABreak();
+    void errorTextEndsEveryMessageWithALineBreak();
     void errorTextRefreshesTheIcon();
-    void failingRunLeavesTheToolTipOfTheFieldAlone();
-    void cleanRunEmptiesTheToolTipOfTheField();
+    void toolTipOfTheField_data();
+    void toolTipOfTheField();
 
-    void errorIconIsScaledIntoTwentyByLabelHeight_data();
-    void errorIconIsScaledIntoTwentyByLabelHeight();
-    void iconStandsAtTheRightEnd_data();
-    void iconStandsAtTheRightEnd();
-    void resizingMovesAHiddenIconToo();
-    void resizingNeverResizesTheIcon();
-
-    void warningsAreShownWithTheirOwnIcon();
-    void errorsHideWarnings();
-    void warningsAreNoErrorText();
-    void warningsOutliveADisabledRun();
-    void warningKeepsTheRightToTheOwnName();
-
-    void disabledRunDropsMessagesAndIcon();
-    void hiddenRunDropsMessagesAndIcon();
+    void excludedRunDropsMessagesAndIcon_data() { addExclusions(); }
+    void excludedRunDropsMessagesAndIcon();
+    void excludedRunKeepsTheRightToTheOwnName_data() { addExclusions(); }
+    void excludedRunKeepsTheRightToTheOwnName();
+    void exclusionAloneKeepsTheIcon_data() { addExclusions(); }
+    void exclusionAloneKeepsTheIcon();
     void fieldOfAHiddenHostIsChecked();
     void parentlessFieldThatWasNeverShownCountsAsHidden();
-    void disablingAloneKeepsTheIcon();
-    void hidingAloneKeepsTheIcon();
     void errorTextOfADisabledFieldIsEmptyAndChangesNothing();
     void errorTextOfAHiddenFieldEmptiesTheMessages();
-    void disabledRunLeavesTheToolTipOfTheFieldAlone();
 
     void rounding_data();
     void rounding();
@@ -262,18 +150,20 @@ void tst_LineEditCustom::policyCodesAreFixed()
         QCOMPARE(codes.at(code), code);
 }
 
-void tst_LineEditCustom::policiesAreKeptAsDecimalTextsInTheOrderTheyCame()
+void tst_LineEditCustom::policiesAreKeptAsDecimalTextsInOrderOfAddition()
 {
     FieldUnderTest f;
     QCOMPARE(policiesOf(f.field), QStringList());
     for (const int code : {PolicyMaximum, PolicyNumber, PolicyInvalidValues, PolicyNumber, PolicyMaximum})
         f.field.addPolicy(code);
     QCOMPARE(policiesOf(f.field), QStringList({"13", "1", "6"}));
-    for (const int refused : {int(PolicyKeepFullPath), 14, -1, 1000})
+    for (const int refused : {int(PolicyKeepFullPath), 14, 99, 1000, -1})
         f.field.addPolicy(refused);
     QCOMPARE(policiesOf(f.field), QStringList({"13", "1", "6"}));
     f.field.addPolicy(PolicyNone);
     QCOMPARE(policiesOf(f.field), QStringList());
+    f.field.addPolicy(PolicyNumber);
+    QCOMPARE(policiesOf(f.field), QStringList{"1"});
 }
 
 void tst_LineEditCustom::everyPolicyButOneCanBeAdded()
@@ -320,56 +210,6 @@ void tst_LineEditCustom::newFieldIsEmptyAndShowsNoIcon()
     QVERIFY(!f.icon->isVisible());
 }
 
-void tst_LineEditCustom::newFieldHasItsStyleSheets()
-{
-    FieldUnderTest f;
-    QCOMPARE(f.icon->styleSheet(), QString("QLabel { border: none; padding: 0px; }"));
-    QCOMPARE(f.field.styleSheet(), paddingStyleSheet(f, frameOf(f.field)));
-}
-
-void tst_LineEditCustom::newFieldHasItsMinimumSize()
-{
-    FieldUnderTest f;
-    QCOMPARE(f.field.minimumSize(), leastSize(f, frameOf(f.field)));
-}
-
-void tst_LineEditCustom::iconHeightBoundsTheWidthToo()
-{
-    const LargeLabels labels;
-    FieldUnderTest f;
-    const int height = f.icon->sizeHint().height() + 2 * frameOf(f.field) + 2;
-    QVERIFY(height > f.field.minimumSizeHint().width());
-    QCOMPARE(f.field.minimumSize(), QSize(height, height));
-}
-
-void tst_LineEditCustom::frameWidthIsThatOfTheStyle()
-{
-    const WideFrames frames;
-    const LargeLabels labels; // so that the least size is the icon's, not the text's
-    FieldUnderTest f;
-    QCOMPARE(frameOf(f.field), 7);
-    QCOMPARE(f.field.styleSheet(), paddingStyleSheet(f, 7));
-    QCOMPARE(f.field.minimumSize(), leastSize(f, 7));
-    makeScaleField(f.field);
-    f.field.resize(200, 150);
-    f.field.setText("abc");
-    QCOMPARE(f.icon->pos(), iconPlace(f.field, *f.icon, 7));
-}
-
-void tst_LineEditCustom::newFieldKeepsTwelvePixelsAtItsRight()
-{
-    FieldUnderTest f;
-    const QMargins plain = QLineEdit().textMargins();
-    QCOMPARE(f.field.textMargins(), QMargins(plain.left(), plain.top(), 12, plain.bottom()));
-}
-
-void tst_LineEditCustom::iconHasTheArrowCursor()
-{
-    FieldUnderTest f;
-    QVERIFY(f.icon->testAttribute(Qt::WA_SetCursor));
-    QCOMPARE(f.icon->cursor().shape(), Qt::ArrowCursor);
-}
-
 void tst_LineEditCustom::fieldWithoutPoliciesIsAlwaysClean()
 {
     FieldUnderTest f;
@@ -380,21 +220,6 @@ void tst_LineEditCustom::fieldWithoutPoliciesIsAlwaysClean()
     }
 }
 
-void tst_LineEditCustom::everyTextChangeStartsACheckRun()
-{
-    FieldUnderTest f;
-    makeScaleField(f.field);
-    QVERIFY(!f.showsIcon());
-    f.field.setText("abc");
-    QVERIFY(f.showsIcon());
-    QCOMPARE(f.icon->toolTip(), numberMessage);
-    f.field.setText("0");
-    QCOMPARE(f.icon->toolTip(), zeroMessage);
-    f.field.setText("2");
-    QVERIFY(!f.showsIcon());
-    QCOMPARE(f.icon->toolTip(), QString());
-}
-
 void tst_LineEditCustom::typingShowsAndHidesTheIcon()
 {
     FieldUnderTest f;
@@ -403,48 +228,30 @@ void tst_LineEditCustom::typingShowsAndHidesTheIcon()
     QVERIFY(QTest::qWaitForWindowExposed(&f.host));
     QTest::keyClicks(&f.field, "1x");
     QVERIFY(f.icon->isVisible());
-    QCOMPARE(f.icon->toolTip(), numberMessage);
+    QCOMPARE(f.icon->toolTip(), scaleIsNoNumber);
     QTest::keyClick(&f.field, Qt::Key_Backspace);
     QCOMPARE(f.field.text(), QString("1"));
     QVERIFY(!f.icon->isVisible());
+    QCOMPARE(f.icon->toolTip(), QString());
     QTest::keyClick(&f.field, Qt::Key_Backspace);
     QVERIFY(!f.icon->isVisible());
     QTest::keyClicks(&f.field, "0");
     QVERIFY(f.icon->isVisible());
-    QCOMPARE(f.icon->toolTip(), zeroMessage);
+    QCOMPARE(f.icon->toolTip(), scaleIsZero);
     QTest::keyClicks(&f.field, ".5");
     QVERIFY(!f.icon->isVisible());
 }
 
-void tst_LineEditCustom::oneMessageHasNoBreak()
+void tst_LineEditCustom::errorTextEndsEveryMessageWithALineBreak()
 {
     FieldUnderTest f;
     makeScaleField(f.field);
     f.field.setText("abc");
-    QCOMPARE(f.icon->toolTip(), QString("<b>X Scale</b> field can only contain a number value."));
-}
-
-void tst_LineEditCustom::twoMessagesHaveABreakEach()
-{
-    FieldUnderTest f;
-    makeScaleField(f.field);
-    f.field.addPolicy(PolicyInvalidCharacters);
-    f.field.setInvalidCharacters({"b"});
-    f.field.setText("abc");
-    QCOMPARE(f.icon->toolTip(), QString("<b>X Scale</b> field can only contain a number value.<br>"
-                                        "<b>X Scale</b> field contains invalid character: b<br>"));
-}
-
-void tst_LineEditCustom::errorTextEndsEveryMessageWithABreak()
-{
-    FieldUnderTest f;
-    makeScaleField(f.field);
-    f.field.setText("abc");
-    QCOMPARE(f.field.errorText(), numberMessage + "<br>");
+    QCOMPARE(f.field.errorText(), scaleIsNoNumber + "<br>");
     f.field.addPolicy(PolicyInvalidCharacters);
     f.field.setInvalidCharacters({"b"});
     QCOMPARE(f.field.errorText(),
-             numberMessage + "<br><b>X Scale</b> field contains invalid character: b<br>");
+             scaleIsNoNumber + "<br><b>X Scale</b> field contains invalid character: b<br>");
     f.field.setText("7");
     QCOMPARE(f.field.errorText(), QString());
 }
@@ -458,209 +265,73 @@ void tst_LineEditCustom::errorTextRefreshesTheIcon()
     QVERIFY(!f.showsIcon());
     f.field.errorText();
     QVERIFY(f.showsIcon());
-    QCOMPARE(f.icon->toolTip(), numberMessage);
+    QCOMPARE(f.icon->toolTip(), scaleIsNoNumber);
 }
 
-void tst_LineEditCustom::failingRunLeavesTheToolTipOfTheFieldAlone()
+void tst_LineEditCustom::toolTipOfTheField_data()
 {
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("toolTip");
+    QTest::newRow("run with errors keeps it") << true << "abc"
+                                              << "own";
+    QTest::newRow("clean run empties it") << true << "5"
+                                          << "";
+    QTest::newRow("run of a disabled field keeps it") << false << "5"
+                                                      << "own";
+}
+
+void tst_LineEditCustom::toolTipOfTheField()
+{
+    QFETCH(bool, enabled);
+    QFETCH(QString, text);
+    QFETCH(QString, toolTip);
     FieldUnderTest f;
     makeScaleField(f.field);
     f.field.setToolTip("own");
-    f.field.setText("abc");
-    QCOMPARE(f.field.toolTip(), QString("own"));
+    f.field.setEnabled(enabled);
+    f.field.setText(text);
+    QCOMPARE(f.field.toolTip(), toolTip);
 }
 
-void tst_LineEditCustom::cleanRunEmptiesTheToolTipOfTheField()
+void tst_LineEditCustom::excludedRunDropsMessagesAndIcon()
 {
-    FieldUnderTest f;
-    makeScaleField(f.field);
-    f.field.setToolTip("own");
-    f.field.setText("5");
-    QCOMPARE(f.field.toolTip(), QString());
-}
-
-void tst_LineEditCustom::errorIconIsScaledIntoTwentyByLabelHeight_data()
-{
-    QTest::addColumn<int>("labelHeight");
-    QTest::addColumn<QSize>("expected");
-    QTest::newRow("lower than wide") << 9 << QSize(9, 9);
-    QTest::newRow("as high as wide") << 20 << QSize(20, 20);
-    QTest::newRow("higher than wide") << 64 << QSize(20, 20);
-}
-
-void tst_LineEditCustom::errorIconIsScaledIntoTwentyByLabelHeight()
-{
-    QFETCH(int, labelHeight);
-    QFETCH(QSize, expected);
-    FieldUnderTest f;
-    makeScaleField(f.field);
-    f.icon->resize(70, labelHeight);
-    f.field.setText("abc");
-    const QPixmap shown = f.icon->pixmap(Qt::ReturnByValue);
-    QCOMPARE(shown.size(), expected);
-    QCOMPARE(shown.toImage(), scaledIcon(":/pixmaps/dialog-error22x22.png", labelHeight));
-    QVERIFY(shown.toImage() != scaledIcon(":/pixmaps/dialog-warning22x22.png", labelHeight));
-    QCOMPARE(f.icon->size(), QSize(70, labelHeight));
-}
-
-void tst_LineEditCustom::iconStandsAtTheRightEnd_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("usual") << QSize(140, 26);
-    QTest::newRow("odd") << QSize(141, 27);
-    QTest::newRow("high") << QSize(80, 90);
-    QTest::newRow("lower than the icon, even difference") << QSize(60, 5);
-    QTest::newRow("lower than the icon, odd difference") << QSize(60, 6);
-    QTest::newRow("narrower than the icon") << QSize(7, 30);
-}
-
-void tst_LineEditCustom::iconStandsAtTheRightEnd()
-{
-    QFETCH(QSize, size);
-    FieldUnderTest f;
-    makeScaleField(f.field);
-    f.field.setMinimumSize(0, 0);
-    f.field.resize(size);
-    f.field.setText("abc");
-    QCOMPARE(f.icon->pos(), iconPlace(f.field, *f.icon));
-    f.host.resize(400, 200);
-    f.host.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&f.host));
-    f.field.resize(size + QSize(3, 5));
-    QCOMPARE(f.icon->pos(), iconPlace(f.field, *f.icon));
-    f.field.resize(size);
-    QCOMPARE(f.icon->pos(), iconPlace(f.field, *f.icon));
-}
-
-void tst_LineEditCustom::resizingMovesAHiddenIconToo()
-{
-    FieldUnderTest f;
-    f.host.resize(400, 200);
-    f.host.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&f.host));
-    f.field.resize(200, 40);
-    const QPoint before = f.icon->pos();
-    QCOMPARE(before, iconPlace(f.field, *f.icon));
-    f.field.resize(300, 60);
-    QVERIFY(!f.showsIcon());
-    QVERIFY(f.icon->pos() != before);
-    QCOMPARE(f.icon->pos(), iconPlace(f.field, *f.icon));
-}
-
-void tst_LineEditCustom::resizingNeverResizesTheIcon()
-{
-    FieldUnderTest f;
-    makeScaleField(f.field);
-    f.host.resize(400, 200);
-    f.host.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&f.host));
-    f.field.setText("abc");
-    const QSize before = f.icon->size();
-    ResizeCounter counter;
-    f.icon->installEventFilter(&counter);
-    for (int step = 0; step < 40; ++step)
-        f.field.resize(100 + 5 * step, 30 + step);
-    QCOMPARE(counter.resizes, 0);
-    QCOMPARE(f.icon->size(), before);
-}
-
-void tst_LineEditCustom::warningsAreShownWithTheirOwnIcon()
-{
-    QWidget host;
-    WarningField field(&host);
-    const QLabel *icon = field.findChild<QLabel *>();
-    field.setToolTip("own");
-    field.warn("first");
-    field.warn("first");
-    field.applyLineEditPolicy();
-    QVERIFY(!icon->isHidden());
-    QCOMPARE(icon->toolTip(), QString("first"));
-    QCOMPARE(icon->pixmap(Qt::ReturnByValue).toImage(),
-             scaledIcon(":/pixmaps/dialog-warning22x22.png", icon->height()));
-    QCOMPARE(icon->pos(), iconPlace(field, *icon));
-    QCOMPARE(field.toolTip(), QString());
-    field.warn("second");
-    field.setText("x");
-    QCOMPARE(icon->toolTip(), QString("first<br>second<br>"));
-}
-
-void tst_LineEditCustom::errorsHideWarnings()
-{
-    QWidget host;
-    WarningField field(&host);
-    const QLabel *icon = field.findChild<QLabel *>();
-    makeScaleField(field);
-    field.warn("warning");
-    field.setText("abc");
-    QCOMPARE(icon->toolTip(), numberMessage);
-    field.setText("1");
-    QVERIFY(!icon->isHidden());
-    QCOMPARE(icon->toolTip(), QString("warning"));
-}
-
-void tst_LineEditCustom::warningsAreNoErrorText()
-{
-    QWidget host;
-    WarningField field(&host);
-    field.warn("warning");
-    QCOMPARE(field.errorText(), QString());
-}
-
-void tst_LineEditCustom::warningsOutliveADisabledRun()
-{
-    QWidget host;
-    WarningField field(&host);
-    const QLabel *icon = field.findChild<QLabel *>();
-    field.warn("warning");
-    field.setEnabled(false);
-    field.applyLineEditPolicy();
-    QVERIFY(icon->isHidden());
-    field.setEnabled(true);
-    field.applyLineEditPolicy();
-    QCOMPARE(icon->toolTip(), QString("warning"));
-}
-
-void tst_LineEditCustom::warningKeepsTheRightToTheOwnName()
-{
-    QWidget host;
-    WarningField field(&host);
-    field.addPolicy(PolicyUniqueName);
-    field.setUsedNames({"a"});
-    field.warn("warning");
-    field.setText("b");
-    field.setText("a");
-    // Only a run without errors and warnings would have made "a" a used name like any other.
-    QCOMPARE(field.errorText(), QString());
-}
-
-void tst_LineEditCustom::disabledRunDropsMessagesAndIcon()
-{
+    QFETCH(bool, hides);
     FieldUnderTest f;
     makeScaleField(f.field);
     f.field.setText("abc");
-    f.field.setEnabled(false);
+    setExcluded(f.field, hides, true);
     f.field.applyLineEditPolicy();
     QVERIFY(!f.showsIcon());
     QCOMPARE(f.icon->toolTip(), QString());
     f.field.setText("");
-    f.field.setEnabled(true);
-    // An empty text would leave a number message standing; so there was none.
+    setExcluded(f.field, hides, false);
+    // With an empty text, a number message would still stand if the run had not dropped it.
     QCOMPARE(f.field.errorText(), QString());
 }
 
-void tst_LineEditCustom::hiddenRunDropsMessagesAndIcon()
+void tst_LineEditCustom::excludedRunKeepsTheRightToTheOwnName()
 {
+    QFETCH(bool, hides);
+    FieldUnderTest f;
+    f.field.addPolicy(PolicyUniqueName);
+    f.field.setUsedNames({"a"});
+    setExcluded(f.field, hides, true);
+    f.check("a");
+    setExcluded(f.field, hides, false);
+    f.check("a");
+    QVERIFY(!f.showsIcon());
+}
+
+void tst_LineEditCustom::exclusionAloneKeepsTheIcon()
+{
+    QFETCH(bool, hides);
     FieldUnderTest f;
     makeScaleField(f.field);
-    f.host.show();
     f.field.setText("abc");
-    f.field.hide();
-    f.field.applyLineEditPolicy();
-    QVERIFY(!f.showsIcon());
-    QCOMPARE(f.icon->toolTip(), QString());
-    f.field.setText("");
-    f.field.show();
-    QCOMPARE(f.field.errorText(), QString());
+    setExcluded(f.field, hides, true);
+    QVERIFY(f.showsIcon());
+    QCOMPARE(f.icon->toolTip(), scaleIsNoNumber);
 }
 
 void tst_LineEditCustom::fieldOfAHiddenHostIsChecked()
@@ -672,7 +343,7 @@ void tst_LineEditCustom::fieldOfAHiddenHostIsChecked()
     QVERIFY(!f.field.isVisible());
     f.field.setText("abc");
     QVERIFY(f.showsIcon());
-    QCOMPARE(f.field.errorText(), numberMessage + "<br>");
+    QCOMPARE(f.field.errorText(), scaleIsNoNumber + "<br>");
 }
 
 void tst_LineEditCustom::parentlessFieldThatWasNeverShownCountsAsHidden()
@@ -682,27 +353,7 @@ void tst_LineEditCustom::parentlessFieldThatWasNeverShownCountsAsHidden()
     field.setText("abc");
     QCOMPARE(field.errorText(), QString());
     field.show();
-    QCOMPARE(field.errorText(), numberMessage + "<br>");
-}
-
-void tst_LineEditCustom::disablingAloneKeepsTheIcon()
-{
-    FieldUnderTest f;
-    makeScaleField(f.field);
-    f.field.setText("abc");
-    f.field.setEnabled(false);
-    QVERIFY(f.showsIcon());
-    QCOMPARE(f.icon->toolTip(), numberMessage);
-}
-
-void tst_LineEditCustom::hidingAloneKeepsTheIcon()
-{
-    FieldUnderTest f;
-    makeScaleField(f.field);
-    f.field.setText("abc");
-    f.field.hide();
-    QVERIFY(f.showsIcon());
-    QCOMPARE(f.icon->toolTip(), numberMessage);
+    QCOMPARE(field.errorText(), scaleIsNoNumber + "<br>");
 }
 
 void tst_LineEditCustom::errorTextOfADisabledFieldIsEmptyAndChangesNothing()
@@ -714,10 +365,10 @@ void tst_LineEditCustom::errorTextOfADisabledFieldIsEmptyAndChangesNothing()
     f.field.setEnabled(false);
     QCOMPARE(f.field.errorText(), QString());
     QVERIFY(f.showsIcon());
-    QCOMPARE(f.icon->toolTip(), numberMessage);
+    QCOMPARE(f.icon->toolTip(), scaleIsNoNumber);
     f.field.setEnabled(true);
-    // No check is left that could have made the message anew.
-    QCOMPARE(f.field.errorText(), numberMessage + "<br>");
+    // No check is left that could have added the message again.
+    QCOMPARE(f.field.errorText(), scaleIsNoNumber + "<br>");
 }
 
 void tst_LineEditCustom::errorTextOfAHiddenFieldEmptiesTheMessages()
@@ -733,69 +384,29 @@ void tst_LineEditCustom::errorTextOfAHiddenFieldEmptiesTheMessages()
     QCOMPARE(f.field.errorText(), QString());
 }
 
-void tst_LineEditCustom::disabledRunLeavesTheToolTipOfTheFieldAlone()
-{
-    FieldUnderTest f;
-    f.field.setToolTip("own");
-    f.field.setEnabled(false);
-    f.field.setText("abc");
-    QCOMPARE(f.field.toolTip(), QString("own"));
-}
-
 void tst_LineEditCustom::rounding_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("rounded");
-    QTest::newRow("half goes up") << "2.5"
-                                  << "3";
-    QTest::newRow("negative half goes down") << "-2.5"
-                                             << "-3";
-    QTest::newRow("negative half below one") << "-0.5"
-                                             << "-1";
-    QTest::newRow("below half") << "2.49"
-                                << "2";
-    QTest::newRow("negative below half") << "-0.4"
-                                         << "0";
-    QTest::newRow("only the first decimal counts") << "2.4999999"
-                                                   << "3";
-    QTest::newRow("second decimal is ignored") << "1.09"
-                                               << "1";
-    QTest::newRow("carry") << "9.5"
-                           << "10";
-    QTest::newRow("integer") << "7"
-                             << "7";
-    QTest::newRow("negative integer") << "-7"
-                                      << "-7";
-    QTest::newRow("no number") << "abc"
-                               << "0";
-    QTest::newRow("seven digits keep the first") << "1234567"
-                                                 << "1";
-    QTest::newRow("seven digits, first decimal above half") << "1734567"
-                                                            << "2";
-    QTest::newRow("exponent is dropped") << "0.000015"
-                                         << "2";
-    QTest::newRow("negative exponent form") << "-0.000015"
-                                            << "-2";
-    QTest::newRow("exponent form without a point") << "1000000"
-                                                   << "0";
-    QTest::newRow("small exponent form without a point") << "0.00001"
-                                                         << "0";
-    QTest::newRow("six digits hide the decimal") << "123456.7"
-                                                 << "123457";
-    QTest::newRow("blanks around") << " 2.5 "
-                                   << "3";
-    QTest::newRow("blank only") << " "
-                                << "0";
-    QTest::newRow("infinite") << "inf"
-                              << "0";
-    QTest::newRow("out of range") << "1e400"
-                                  << "0";
-    QTest::newRow("not a number") << "nan"
-                                  << "0";
-    QTest::newRow("comma") << "2,5"
-                           << "0";
-    QTest::newRow("empty stays empty") << ""
-                                       << "";
+    const struct {
+        const char *name;
+        QString text;
+        QString rounded;
+    } rows[] = {
+        {"half", "2.5", "3"},
+        {"negative half", "-2.5", "-3"},
+        {"exponent is dropped", "0.000015", "2"},
+        {"blanks around", " 2.5 ", "3"},
+        {"no number", "abc", "0"},
+        {"decimal comma", "2,5", "0"},
+        {"blank only", " ", "0"},
+        {"out of range", "1e400", "0"},
+        {"infinite", "inf", "0"},
+        {"not a number", "nan", "0"},
+        {"empty stays empty", "", ""},
+    };
+    for (const auto &row : rows)
+        QTest::newRow(row.name) << row.text << row.rounded;
 }
 
 void tst_LineEditCustom::rounding()

@@ -1,4 +1,4 @@
-// The file dialogs of a field: what they ask, and what of the answer goes into the field.
+// The file dialogs of a field: what they ask for, and what part of the answer goes into the field.
 #include "tests/support/qt/FileDialogDriver.h"
 #include "tests/support/qt/MessageBoxRecorder.h"
 #include "tests/support/qt/QtTestMain.h"
@@ -13,8 +13,18 @@
 #include <memory>
 
 namespace {
-const QString filter = "STL files (*.stl *.Stl *.STL *.stl2d);;All files (*.*)";
+
+void open(LineEditCustom &field, const QString &caption = "Open Input File")
+{
+    field.browseOpenFile("STL files (*.stl *.Stl *.STL *.stl2d);;All files (*.*)", caption);
 }
+
+void save(LineEditCustom &field, const QString &caption = "stl", const QString &suffix = ".stl")
+{
+    field.browseSaveFile(suffix, "STL files (*.stl *.Stl *.STL *.stl2d);;All files (*.*)", caption);
+}
+
+} // namespace
 
 class tst_LineEditFileDialogs : public QObject {
     Q_OBJECT
@@ -23,8 +33,8 @@ private slots:
     void init();
     void cleanup();
 
-    void openDialogAsksForAnExistingFile();
-    void saveDialogAsksForAnyFile();
+    void whatTheDialogsAskFor_data();
+    void whatTheDialogsAskFor();
     void captionIsMadeFromTheFieldName_data();
     void captionIsMadeFromTheFieldName();
 
@@ -32,13 +42,10 @@ private slots:
     void chosenFile();
     void suffix_data();
     void suffix();
-    void suffixIsComparedSimplifiedAndAppendedAsItIs();
     void existingFileCanBeChosenForSaving();
     void currentDirectoryReachedByAnotherPathGivesTheBareName();
     void refusedPolicyForFullPathsChangesNothing();
 
-    void cancelledOpenKeepsTheText();
-    void cancelledSaveKeepsTheText();
     void cancelledDialogPutsTheTextBack_data();
     void cancelledDialogPutsTheTextBack();
     void choiceStartsACheckRun();
@@ -65,39 +72,29 @@ void tst_LineEditFileDialogs::cleanup()
     m_folder.reset();
 }
 
-void tst_LineEditFileDialogs::openDialogAsksForAnExistingFile()
+void tst_LineEditFileDialogs::whatTheDialogsAskFor_data()
 {
+    QTest::addColumn<bool>("saves");
+    QTest::newRow("open: an existing file") << false;
+    QTest::newRow("save: any file") << true;
+}
+
+void tst_LineEditFileDialogs::whatTheDialogsAskFor()
+{
+    QFETCH(bool, saves);
     FieldUnderTest f;
     FileDialogDriver driver("");
-    f.field.browseOpenFile(filter, "Open Input File");
+    saves ? save(f.field) : open(f.field);
     QCOMPARE(driver.dialogs().size(), 1);
     const ShownFileDialog &dialog = driver.dialogs().first();
-    QCOMPARE(dialog.caption, QString("Open Input File"));
+    QCOMPARE(dialog.caption, QString(saves ? "stl" : "Open Input File"));
+    QCOMPARE(dialog.acceptMode, saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    QCOMPARE(dialog.fileMode, saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     QCOMPARE(dialog.directory, m_folder->path("here"));
     QCOMPARE(dialog.nameFilters, QStringList({"STL files (*.stl *.Stl *.STL *.stl2d)", "All files (*.*)"}));
     QCOMPARE(dialog.selectedNameFilter, QString("STL files (*.stl *.Stl *.STL *.stl2d)"));
     QCOMPARE(dialog.proposedName, QString());
-    QCOMPARE(dialog.acceptMode, QFileDialog::AcceptOpen);
-    QCOMPARE(dialog.fileMode, QFileDialog::ExistingFile);
-    QCOMPARE(dialog.options, QFileDialog::Options());
-    QCOMPARE(dialog.parent, static_cast<const QWidget *>(&f.field));
-    QVERIFY(dialog.modal);
-}
-
-void tst_LineEditFileDialogs::saveDialogAsksForAnyFile()
-{
-    FieldUnderTest f;
-    FileDialogDriver driver("");
-    f.field.browseSaveFile(".stl", filter, "stl");
-    QCOMPARE(driver.dialogs().size(), 1);
-    const ShownFileDialog &dialog = driver.dialogs().first();
-    QCOMPARE(dialog.caption, QString("stl"));
-    QCOMPARE(dialog.directory, m_folder->path("here"));
-    QCOMPARE(dialog.nameFilters, QStringList({"STL files (*.stl *.Stl *.STL *.stl2d)", "All files (*.*)"}));
-    QCOMPARE(dialog.proposedName, QString());
     QCOMPARE(dialog.defaultSuffix, QString());
-    QCOMPARE(dialog.acceptMode, QFileDialog::AcceptSave);
-    QCOMPARE(dialog.fileMode, QFileDialog::AnyFile);
     QCOMPARE(dialog.options, QFileDialog::Options());
     QCOMPARE(dialog.parent, static_cast<const QWidget *>(&f.field));
     QVERIFY(dialog.modal);
@@ -105,29 +102,38 @@ void tst_LineEditFileDialogs::saveDialogAsksForAnyFile()
 
 void tst_LineEditFileDialogs::captionIsMadeFromTheFieldName_data()
 {
-    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("fieldName");
     QTest::addColumn<bool>("bold");
     QTest::addColumn<QString>("caption");
-    QTest::newRow("bold name") << "Stl Output File" << true << "Stl Output File Save As";
-    QTest::newRow("name without mark-up") << "Stl Output File" << false << " Save As";
-    QTest::newRow("no name") << "" << false << " Save As";
-    QTest::newRow("empty bold name") << "" << true << " Save As";
-    QTest::newRow("white space is simplified") << "Stl \n  Output\tFile" << true << "Stl Output File Save As";
-    QTest::newRow("blanks within the mark-up stay") << " A " << true << " A  Save As";
-    QTest::newRow("nested mark-up") << "A <i>B</i> C" << true << "A B C Save As";
-    QTest::newRow("entity") << "A &lt; B" << true << "A < B Save As";
+    const struct {
+        const char *name;
+        QString fieldName;
+        bool bold;
+        QString caption;
+    } rows[] = {
+        {"bold name", "Stl Output File", true, "Stl Output File Save As"},
+        {"name without mark-up", "Stl Output File", false, " Save As"},
+        {"no name", "", false, " Save As"},
+        {"empty bold name", "", true, " Save As"},
+        {"white space is simplified", "Stl \n  Output\tFile", true, "Stl Output File Save As"},
+        {"blanks within the mark-up stay", " A ", true, " A  Save As"},
+        {"nested mark-up", "A <i>B</i> C", true, "A B C Save As"},
+        {"entity", "A &lt; B", true, "A < B Save As"},
+    };
+    for (const auto &row : rows)
+        QTest::newRow(row.name) << row.fieldName << row.bold << row.caption;
 }
 
 void tst_LineEditFileDialogs::captionIsMadeFromTheFieldName()
 {
-    QFETCH(QString, name);
+    QFETCH(QString, fieldName);
     QFETCH(bool, bold);
     QFETCH(QString, caption);
     FieldUnderTest f;
-    f.field.setFieldName(name, bold);
+    f.field.setFieldName(fieldName, bold);
     FileDialogDriver driver("");
-    f.field.browseSaveFile(".stl", filter, "");
-    f.field.browseOpenFile(filter, QString());
+    save(f.field, "");
+    open(f.field, QString());
     QCOMPARE(driver.dialogs().size(), 2);
     QCOMPARE(driver.dialogs().at(0).caption, caption);
     QCOMPARE(driver.dialogs().at(1).caption, caption);
@@ -150,63 +156,55 @@ void tst_LineEditFileDialogs::chosenFile()
     FieldUnderTest f;
     f.field.setText("before");
     FileDialogDriver driver(m_folder->path(chosen));
-    f.field.browseOpenFile(filter, "Open Input File");
+    open(f.field);
     QCOMPARE(f.field.text(), expected);
     f.field.setText("before");
-    f.field.browseSaveFile(".stl", filter, "stl");
+    save(f.field);
     QCOMPARE(f.field.text(), expected);
     QCOMPARE(driver.dialogs().size(), 2);
 }
 
 void tst_LineEditFileDialogs::suffix_data()
 {
+    QTest::addColumn<QString>("suffix");
     QTest::addColumn<QString>("chosen");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("missing") << "out"
-                             << "out.stl";
-    QTest::newRow("there") << "out.stl"
-                           << "out.stl";
-    QTest::newRow("case counts") << "out.STL"
-                                 << "out.STL.stl";
-    QTest::newRow("another one") << "out.txt"
-                                 << "out.txt.stl";
-    QTest::newRow("without its point") << "outstl"
-                                       << "outstl.stl";
-    QTest::newRow("typed with a relative folder") << "below/out"
-                                                  << "@/below/out.stl";
+    const struct {
+        const char *name;
+        QString suffix;
+        QString chosen;
+        QString expected;
+    } rows[] = {
+        {"missing", ".stl", "out", "out.stl"},
+        {"present", ".stl", "out.stl", "out.stl"},
+        {"case counts", ".stl", "out.STL", "out.STL.stl"},
+        {"another one", ".stl", "out.txt", "out.txt.stl"},
+        {"without its point", ".stl", "outstl", "outstl.stl"},
+        {"name with a relative folder", ".stl", "below/out", "@/below/out.stl"},
+        {"compared without surrounding blanks", " .stl ", "out.stl", "out.stl"},
+        {"appended with its blanks", " .stl ", "out", "out .stl "},
+    };
+    for (const auto &row : rows)
+        QTest::newRow(row.name) << row.suffix << row.chosen << row.expected;
 }
 
 void tst_LineEditFileDialogs::suffix()
 {
+    QFETCH(QString, suffix);
     QFETCH(QString, chosen);
     QFETCH(QString, expected);
     FieldUnderTest f;
     FileDialogDriver driver(chosen);
-    f.field.browseSaveFile(".stl", filter, "stl");
+    save(f.field, "stl", suffix);
     QCOMPARE(f.field.text(), expected.replace('@', m_folder->path("here")));
-}
-
-void tst_LineEditFileDialogs::suffixIsComparedSimplifiedAndAppendedAsItIs()
-{
-    FieldUnderTest f;
-    {
-        FileDialogDriver driver("out.stl");
-        f.field.browseSaveFile(" .stl ", filter, "stl");
-    }
-    QCOMPARE(f.field.text(), QString("out.stl"));
-    {
-        FileDialogDriver driver("out");
-        f.field.browseSaveFile(" .stl ", filter, "stl");
-    }
-    QCOMPARE(f.field.text(), QString("out .stl "));
 }
 
 void tst_LineEditFileDialogs::existingFileCanBeChosenForSaving()
 {
     FieldUnderTest f;
     FileDialogDriver driver("in.stl");
-    f.field.browseSaveFile(".stl", filter, "stl");
-    QCOMPARE(m_boxes->boxes().size(), 1); // the dialog's own question whether to replace it
+    save(f.field);
+    QCOMPARE(m_boxes->boxes().size(), 1); // the dialog's own: replace the file?
     QCOMPARE(f.field.text(), QString("in.stl"));
     QCOMPARE(m_folder->read("here/in.stl"), QByteArray("x"));
 }
@@ -216,7 +214,7 @@ void tst_LineEditFileDialogs::currentDirectoryReachedByAnotherPathGivesTheBareNa
     m_folder->link("alias", m_folder->path("here"));
     FieldUnderTest f;
     FileDialogDriver driver(m_folder->path("alias/in.stl"));
-    f.field.browseOpenFile(filter, "Open Input File");
+    open(f.field);
     QCOMPARE(f.field.text(), QString("in.stl"));
 }
 
@@ -225,28 +223,8 @@ void tst_LineEditFileDialogs::refusedPolicyForFullPathsChangesNothing()
     FieldUnderTest f;
     f.field.addPolicy(PolicyKeepFullPath);
     FileDialogDriver driver(m_folder->path("here/in.stl"));
-    f.field.browseOpenFile(filter, "Open Input File");
+    open(f.field);
     QCOMPARE(f.field.text(), QString("in.stl"));
-}
-
-void tst_LineEditFileDialogs::cancelledOpenKeepsTheText()
-{
-    FieldUnderTest f;
-    f.field.setText(" kept as it was");
-    FileDialogDriver driver("");
-    f.field.browseOpenFile(filter, "Open Input File");
-    QCOMPARE(driver.dialogs().size(), 1);
-    QCOMPARE(f.field.text(), QString(" kept as it was"));
-}
-
-void tst_LineEditFileDialogs::cancelledSaveKeepsTheText()
-{
-    FieldUnderTest f;
-    f.field.setText("no suffix");
-    FileDialogDriver driver("");
-    f.field.browseSaveFile(".stl", filter, "stl");
-    QCOMPARE(driver.dialogs().size(), 1);
-    QCOMPARE(f.field.text(), QString("no suffix"));
 }
 
 void tst_LineEditFileDialogs::cancelledDialogPutsTheTextBack_data()
@@ -260,16 +238,14 @@ void tst_LineEditFileDialogs::cancelledDialogPutsTheTextBack()
 {
     QFETCH(bool, saves);
     FieldUnderTest f;
-    f.field.setText("kept");
+    f.field.setText(" kept, no suffix");
     const QSignalSpy changes(&f.field, &QLineEdit::textChanged);
     FileDialogDriver driver("");
     QTimer::singleShot(0, &f.field, [&f] { f.field.setText("meanwhile"); });
-    if (saves)
-        f.field.browseSaveFile(".stl", filter, "stl");
-    else
-        f.field.browseOpenFile(filter, "Open Input File");
-    QCOMPARE(changes, QList<QVariantList>({{"meanwhile"}, {"kept"}}));
-    QCOMPARE(f.field.text(), QString("kept"));
+    saves ? save(f.field) : open(f.field);
+    QCOMPARE(driver.dialogs().size(), 1);
+    QCOMPARE(changes, QList<QVariantList>({{"meanwhile"}, {" kept, no suffix"}}));
+    QCOMPARE(f.field.text(), QString(" kept, no suffix"));
 }
 
 void tst_LineEditFileDialogs::choiceStartsACheckRun()
@@ -280,7 +256,7 @@ void tst_LineEditFileDialogs::choiceStartsACheckRun()
     QVERIFY(f.showsIcon());
     FileDialogDriver driver(m_folder->path("here/in.stl"));
     const QSignalSpy changes(&f.field, &QLineEdit::textChanged);
-    f.field.browseOpenFile(filter, "Open Input File");
+    open(f.field);
     QCOMPARE(changes.count(), 1);
     QVERIFY(!f.showsIcon());
 }
