@@ -273,12 +273,18 @@ void tst_LineEditCustom::toolTipOfTheField_data()
     QTest::addColumn<bool>("enabled");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("toolTip");
-    QTest::newRow("run with errors keeps it") << true << "abc"
-                                              << "own";
-    QTest::newRow("clean run empties it") << true << "5"
-                                          << "";
-    QTest::newRow("run of a disabled field keeps it") << false << "5"
-                                                      << "own";
+    const struct {
+        const char *name;
+        bool enabled;
+        QString text;
+        QString toolTip;
+    } rows[] = {
+        {"run with errors keeps it", true, "abc", "own"},
+        {"clean run empties it", true, "5", ""},
+        {"run of a disabled field keeps it", false, "5", "own"},
+    };
+    for (const auto &row : rows)
+        QTest::newRow(row.name) << row.enabled << row.text << row.toolTip;
 }
 
 void tst_LineEditCustom::toolTipOfTheField()

@@ -119,6 +119,7 @@ void tst_LineEditFileDialogs::captionIsMadeFromTheFieldName_data()
         {"blanks within the mark-up stay", " A ", true, " A  Save As"},
         {"nested mark-up", "A <i>B</i> C", true, "A B C Save As"},
         {"entity", "A &lt; B", true, "A < B Save As"},
+        {"comment is left out", "A<!-- x -->B", true, "AB Save As"},
     };
     for (const auto &row : rows)
         QTest::newRow(row.name) << row.fieldName << row.bold << row.caption;
