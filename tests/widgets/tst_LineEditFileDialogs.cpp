@@ -14,14 +14,16 @@
 
 namespace {
 
+const QString filter = "STL files (*.stl *.Stl *.STL *.stl2d);;All files (*.*)";
+
 void open(LineEditCustom &field, const QString &caption = "Open Input File")
 {
-    field.browseOpenFile("STL files (*.stl *.Stl *.STL *.stl2d);;All files (*.*)", caption);
+    field.browseOpenFile(filter, caption);
 }
 
 void save(LineEditCustom &field, const QString &caption = "stl", const QString &suffix = ".stl")
 {
-    field.browseSaveFile(suffix, "STL files (*.stl *.Stl *.STL *.stl2d);;All files (*.*)", caption);
+    field.browseSaveFile(suffix, filter, caption);
 }
 
 } // namespace
