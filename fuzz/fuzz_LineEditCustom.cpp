@@ -1,4 +1,4 @@
-// Any sequence of deeds on a validating field.
+// Any sequence of actions on a validating field.
 #include "fuzz/FuzzVerdict.h"
 #include "tests/corpus/FieldProperty.h"
 #include "tests/support/TemporaryFolder.h"
@@ -12,7 +12,7 @@ int LLVMFuzzerInitialize(int *, char ***)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("XDG_RUNTIME_DIR", folder.path().c_str());
-    // Qt complains of names with zero bytes in them.
+    // Qt warns about file names that contain zero bytes.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     static int argumentCount = 1;
     static char programName[] = "fuzz_LineEditCustom";

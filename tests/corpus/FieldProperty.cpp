@@ -14,26 +14,26 @@ public:
         : m_icon(m_field.findChild<QLabel *>())
     {}
 
-    void act(char deed, const QString &argument);
+    void apply(char action, const QString &argument);
 
     const std::string &findings() const { return m_verdict.text(); }
 
 private:
     void name(const QString &text, bool bold);
-    void forbid(int value, bool alone);
-    void place(bool shown, bool enabled);
-    void compare(const std::string &deed);
+    void forbid(int value, bool clearFirst);
+    void setState(bool shown, bool enabled);
+    void compare(const std::string &situation);
 
-    QWidget m_parent; // never shown: a field of its own would count as hidden
+    QWidget m_parent; // never shown; a field without a parent would count as hidden
     LineEditCustom m_field{&m_parent};
     QLabel *m_icon;
     PlainField m_twin;
     Verdict m_verdict;
 };
 
-void FieldAndTwin::act(char deed, const QString &argument)
+void FieldAndTwin::apply(char action, const QString &argument)
 {
-    switch (deed) {
+    switch (action) {
     case 't':
         m_field.setText(argument);
         m_twin.enter(m_field.text());
@@ -44,11 +44,11 @@ void FieldAndTwin::act(char deed, const QString &argument)
         break;
     case 'n':
     case 'N':
-        name(argument, deed == 'N');
+        name(argument, action == 'N');
         break;
     case 'v':
     case 'V':
-        forbid(argument.toInt(), deed == 'V');
+        forbid(argument.toInt(), action == 'V');
         break;
     case 'u':
         m_field.setUsedNames(argument.split(','));
@@ -68,11 +68,11 @@ void FieldAndTwin::act(char deed, const QString &argument)
         break;
     case 'e':
     case 'd':
-        place(!m_twin.hidden, deed == 'e');
+        setState(!m_twin.hidden, action == 'e');
         break;
     case 's':
     case 'h':
-        place(deed == 's', m_twin.enabled);
+        setState(action == 's', m_twin.enabled);
         break;
     case 'r':
         m_field.applyModifingPolicies();
@@ -93,7 +93,7 @@ void FieldAndTwin::act(char deed, const QString &argument)
     default:
         return;
     }
-    compare(std::string("after ") + deed + ": ");
+    compare(std::string("after ") + action + ": ");
 }
 
 void FieldAndTwin::name(const QString &text, bool bold)
@@ -102,15 +102,15 @@ void FieldAndTwin::name(const QString &text, bool bold)
     m_twin.name = bold ? "<b>" + text + "</b>" : text;
 }
 
-void FieldAndTwin::forbid(int value, bool alone)
+void FieldAndTwin::forbid(int value, bool clearFirst)
 {
-    m_field.addInvalidValue(value, alone);
-    if (alone)
+    m_field.addInvalidValue(value, clearFirst);
+    if (clearFirst)
         m_twin.invalidValues.clear();
     m_twin.invalidValues << QString::number(value);
 }
 
-void FieldAndTwin::place(bool shown, bool enabled)
+void FieldAndTwin::setState(bool shown, bool enabled)
 {
     m_field.setVisible(shown);
     m_twin.hidden = !shown;
@@ -118,14 +118,14 @@ void FieldAndTwin::place(bool shown, bool enabled)
     m_twin.enabled = enabled;
 }
 
-void FieldAndTwin::compare(const std::string &deed)
+void FieldAndTwin::compare(const std::string &situation)
 {
-    m_verdict.expectSameText(m_field.text().toStdString(), m_twin.text.toStdString(), deed + "text");
-    m_verdict.expectSame(!m_icon->isHidden(), m_twin.iconShown, deed + "icon");
+    m_verdict.expectSameText(m_field.text().toStdString(), m_twin.text.toStdString(), situation + "text");
+    m_verdict.expectSame(!m_icon->isHidden(), m_twin.iconShown, situation + "icon");
     m_verdict.expectSameText(m_icon->toolTip().toStdString(), m_twin.iconToolTip.toStdString(),
-                             deed + "icon's tool tip");
+                             situation + "icon's tool tip");
     m_verdict.expectSameText(m_field.toolTip().toStdString(), m_twin.ownToolTip.toStdString(),
-                             deed + "own tool tip");
+                             situation + "own tool tip");
 }
 
 } // namespace
@@ -137,7 +137,7 @@ std::string checkField(std::string_view script)
         const std::string_view line = script.substr(0, script.find('\n'));
         script.remove_prefix(std::min(line.size() + 1, script.size()));
         if (!line.empty())
-            both.act(line[0], QString::fromUtf8(line.data() + 1, static_cast<int>(line.size()) - 1));
+            both.apply(line[0], QString::fromUtf8(line.data() + 1, static_cast<int>(line.size()) - 1));
         if (!both.findings().empty())
             break;
     }

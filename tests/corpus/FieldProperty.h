@@ -1,18 +1,18 @@
-// What must hold for any sequence of deeds on a LineEditCustom.
+// What must hold after any sequence of actions on a LineEditCustom.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-// Each line is a deed, its first character says which:
+// Each line is an action; its first character says which:
 //   t text      enter the text               p number    add the policy
 //   n name      the field's name             N name      the same in bold
-//   v number    forbid the value             V number    forbid the value alone
-//   u a,b       the names already used       c a,b       the characters forbidden
+//   v number    forbid the value             V number    forbid only this value
+//   u a,b       the names already used       c a,b       the forbidden characters
 //   < number    the minimum                  > number    the maximum
 //   e, d        enable, disable              s, h        show, hide
 //   r           editing is finished          a           run the checks
 //   T text      the field's own tool tip     ?           ask for the errors
-// After each, text, icon, tool tips and answer are those of a twin without any widget. Returns an empty text
-// or what differs. Needs a QApplication.
+// After each action, the text, the icon, the tool tips and the answer must equal those of a plain twin
+// without widgets. Returns what differs, or an empty text. Needs a QApplication.
 std::string checkField(std::string_view script);

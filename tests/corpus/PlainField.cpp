@@ -19,8 +19,8 @@ bool wholeNumber(const std::string &text, int &number)
     return !text.empty() && *end == '\0';
 }
 
-// Six significant digits, with an exact tie away from zero as the field shows it; the C library would take
-// the even neighbour, so the value goes a hair outward first.
+// Six significant digits. The field rounds an exact tie away from zero, the C library to even; so the value
+// is first moved away from zero by the smallest step.
 std::string sixDigits(float value)
 {
     auto outward = static_cast<long double>(value);
@@ -164,7 +164,7 @@ void PlainField::checkPlaces()
     if (policies.contains(9))
         judge(!QFile::exists(resolved(text)), head("This file") + " doesn't exist.");
     if (policies.contains(10)) {
-        // A resource's name is not relative and may do without a separator: nothing is left then.
+        // A resource name is not relative and may have no separator; then nothing is left.
         const QString parent = text.left(qMax(text.lastIndexOf('/'), 0));
         judge(!QFileInfo(text).isRelative() && !QDir(parent).exists(),
               head("This directory") + " directory doesn't exist.");

@@ -1,5 +1,5 @@
-// The rules of the validating field written down a second time, without any widget and without a line of the
-// product.
+// The rules of the validating field, written a second time without widgets and without any of the product's
+// code.
 #pragma once
 
 #include <QSet>

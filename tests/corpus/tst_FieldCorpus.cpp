@@ -1,4 +1,4 @@
-// The seeds of the field's fuzzer, and what it has found, held against the same property.
+// The property of the field's fuzzer, checked with the fuzzer's seeds and with what it has found.
 #include "tests/corpus/FieldProperty.h"
 #include "tests/corpus/SeedCorpus.h"
 #include "tests/support/qt/QtTestMain.h"
@@ -12,18 +12,18 @@ class tst_FieldCorpus : public QObject {
     Q_OBJECT
 
 private slots:
-    void deeds_data();
-    void deeds();
+    void scripts_data();
+    void scripts();
 };
 
-void tst_FieldCorpus::deeds_data()
+void tst_FieldCorpus::scripts_data()
 {
     QTest::addColumn<std::string>("script");
     for (const Seed &seed : fieldSeeds())
         QTest::newRow(seed.name.c_str()) << seed.bytes;
 }
 
-void tst_FieldCorpus::deeds()
+void tst_FieldCorpus::scripts()
 {
     const WorkingFolder folder;
     QFETCH(std::string, script);

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs the built program into an empty folder and looks at what came there:
+# Installs the built program into an empty folder and checks the files:
 #   tst_Install.sh cmake build-folder
 set -euo pipefail
 
@@ -15,7 +15,7 @@ fail() {
 
 DESTDIR=$root "$cmake" --install "$build" --prefix /usr >"$root/install.log"
 
-diff - <(cd "$root/usr" && find . -type f | LC_ALL=C sort) <<'END' || fail "other files were installed"
+diff - <(cd "$root/usr" && find . -type f | LC_ALL=C sort) <<'END' || fail "the installed files are not these"
 ./bin/meshvane
 ./share/applications/meshvane.desktop
 ./share/doc/meshvane/changelog.gz
@@ -43,12 +43,12 @@ diff - <(cd "$root/usr" && find . -type f | LC_ALL=C sort) <<'END' || fail "othe
 END
 
 cd "$root/usr/share"
-[[ -x ../bin/meshvane ]] || fail "the program cannot be executed"
+[[ -x ../bin/meshvane ]] || fail "the program is not executable"
 
 said=$(desktop-file-validate applications/meshvane.desktop) || fail "the desktop entry is not valid: $said"
-[[ -z $said ]] || fail "the desktop entry is not clean: $said"
+[[ -z $said ]] || fail "the desktop entry has warnings: $said"
 
-appstreamcli validate --no-net --pedantic --explain metainfo/*.xml || fail "the AppStream metadata are not clean"
+appstreamcli validate --no-net --pedantic --explain metainfo/*.xml || fail "the AppStream metadata is not clean"
 
 said=$(LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 man --warnings --local-file man/man1/meshvane.1.gz 2>&1 >"$root/page")
 [[ -z $said ]] || fail "the man page has warnings: $said"
