@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Makes the sample meshes beside this script: bracket.stl, gear.stl and nameplate.stl.
 
-Every mesh is a closed surface whose triangles run counter-clockwise seen from outside. Coordinates are
-rounded to four decimals, so that the same bytes come out on every machine.
+Every mesh is a closed surface whose triangles are counter-clockwise seen from outside. Coordinates are rounded
+to four decimals, so that every machine writes the same bytes.
 """
 
 import math
@@ -34,7 +34,7 @@ def normal(triangle):
 
 
 def wall(outline, low, high):
-    """The side of a prism over an outline that runs counter-clockwise."""
+    """The side of a prism over a counter-clockwise outline."""
     triangles = []
     for (x0, y0), (x1, y1) in zip(outline, outline[1:] + outline[:1]):
         triangles += quad(point(x0, y0, low), point(x1, y1, low), point(x1, y1, high), point(x0, y0, high))
@@ -59,7 +59,7 @@ def bracket():
     outline += [(left + thickness, bottom + height), (left, bottom + height)]
 
     def end(z):
-        # The outer corner sees every other point of the outline, so a fan from it covers the shape.
+        # Every point of the outline is visible from the outer corner, so a fan from there covers the shape.
         ring = [point(x, y, z) for x, y in outline]
         return [(ring[0], ring[i], ring[i + 1]) for i in range(1, len(ring) - 1)]
 
@@ -100,7 +100,7 @@ LETTERS = (
 
 
 def nameplate():
-    """A plate of square cells, three millimetres each, from which three letters stand up."""
+    """A plate of square cells, each three millimetres wide, with three raised letters."""
     cell, plate, letter = 3.0, 2.0, 4.0
     rows = [row.replace(" ", "") for row in LETTERS]
     width = max(len(row) for row in rows)
@@ -135,11 +135,11 @@ def nameplate():
 
 
 def check_closed(name, triangles):
-    """Every edge must be met exactly once in each direction, and the enclosed volume be positive."""
+    """Every edge must occur exactly once in each direction, and the enclosed volume must be positive."""
     edges = set()
     for triangle in triangles:
         for edge in zip(triangle, triangle[1:] + triangle[:1]):
-            assert edge not in edges, f"{name}: the edge {edge} is met twice"
+            assert edge not in edges, f"{name}: the edge {edge} occurs twice"
             edges.add(edge)
     for start, end in edges:
         assert (end, start) in edges, f"{name}: the surface is open at {start} {end}"
@@ -152,7 +152,7 @@ def check_closed(name, triangles):
 
 def check_kind(name, data, binary):
     """Meshvane takes a file as binary if one of the bytes 84 to 211 is above 127."""
-    assert (max(data[84:212]) > 127) == binary, f"{name}: would be taken for the other kind"
+    assert (max(data[84:212]) > 127) == binary, f"{name}: would be read as the other kind"
     assert not binary or len(data) >= 284, f"{name}: a binary file needs four facets"
 
 
