@@ -7,7 +7,7 @@
 
 namespace {
 
-// Without mark-up and the colon that leads over to the field.
+// The label's text without mark-up and without the colon at its end.
 QString plainText(const QLabel *label)
 {
     QString text = QTextDocumentFragment::fromHtml(label->text()).toPlainText().trimmed();

@@ -1,4 +1,4 @@
-// What a screen reader calls the fields and the buttons without a text.
+// The names by which screen readers announce the fields and the buttons without text.
 #pragma once
 
 struct FormTable;
@@ -6,5 +6,5 @@ namespace Ui {
 class MeshvaneMainWindow;
 }
 
-// Names them after what stands beside and above them on the form.
+// Takes the names from the labels and boxes beside and above the widgets.
 void nameForScreenReaders(const Ui::MeshvaneMainWindow &ui, const FormTable &form);

@@ -1,10 +1,10 @@
-// What the pointer says while the program is at work. Both are scopes: leaving them, by whatever way, takes
-// back what they did.
+// The mouse pointer while the program is busy. Both classes are scope guards: their destructors undo what
+// their constructors did.
 #pragma once
 
 #include <QtGlobal>
 
-// The pointer shows that the program is at work.
+// Shows the busy pointer.
 class BusyCursor {
 public:
     BusyCursor();
@@ -12,8 +12,7 @@ public:
     Q_DISABLE_COPY(BusyCursor)
 };
 
-// The program waits for its user for a while, with the pointer as it usually is. Does nothing when it is not
-// at work.
+// Shows the usual pointer while a busy program waits for its user. Does nothing if no busy pointer is shown.
 class BusyCursorPause {
 public:
     BusyCursorPause();

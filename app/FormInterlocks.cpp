@@ -1,12 +1,13 @@
 #include "app/FormInterlocks.h"
 
+#include "app/ErrorBox.h"
 #include "widgets/LineEditCustom.h"
 
 #include <QCheckBox>
 
 namespace {
 
-// Comparisons with NaN: a NaN differs from zero.
+// Deliberate: a text that is no number counts as zero, NaN as nonzero.
 bool isNonzero(const LineEditCustom &field) { return field.text().toDouble() != 0.0; }
 
 void fixAtZero(LineEditCustom &field)
@@ -17,9 +18,8 @@ void fixAtZero(LineEditCustom &field)
 
 } // namespace
 
-FormInterlocks::FormInterlocks(const FormTable &form, std::function<void(const QString &)> showError)
-    : m_form(form),
-      m_showError(std::move(showError))
+FormInterlocks::FormInterlocks(const FormTable &form)
+    : m_form(form)
 {}
 
 void FormInterlocks::rotateToggled(Axis axis, bool checked) { m_form.axes[axis].angle->setEnabled(checked); }
@@ -61,8 +61,8 @@ void FormInterlocks::setOriginToggled(Axis axis, bool checked)
         return;
     }
     if (isNonzero(*row.offsetBefore) || isNonzero(*row.offsetAfter)) {
-        // Deliberate: the message says "Length" although the box is about the origin; users know it so.
-        m_showError(QString("Unable to set %1 Length to zero while %1 offsets are nonzero.").arg(row.letter));
+        // Deliberate: the message says "Length" although the box is about the origin.
+        showError(QString("Unable to set %1 Length to zero while %1 offsets are nonzero.").arg(row.letter));
         row.setOriginBox->setChecked(false);
         return;
     }
@@ -72,7 +72,7 @@ void FormInterlocks::setOriginToggled(Axis axis, bool checked)
 
 void FormInterlocks::scaleEdited(Axis axis, const QString &newText)
 {
-    // Deliberate: a blank text converts to 0, so every edit unticks the box; the value 1 spares nothing.
+    // Deliberate: a blank text converts to 0, so every edit unticks the box, even to a scale of 1.
     if (!newText.trimmed().isEmpty() || newText.toDouble() != 1.0)
         m_form.axes[axis].setLengthBox->setChecked(false);
 }

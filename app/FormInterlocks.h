@@ -1,28 +1,27 @@
-// What a tick or an edit does to the rest of the form. The state lies in the widgets alone.
+// What ticking a box or editing a field does to the rest of the form. The widgets hold all of the state.
 #pragma once
 
 #include "app/FormTable.h"
 
-#include <functional>
-
-// Each operation is the answer to one signal, in a fixed order of steps. Unticking a ticked box runs that
-// box's own operation at once, before the current one goes on, so chains of clicks can lead to states that no
-// single rule describes: a scale field may stay disabled. They are kept as they are.
+// Each operation answers one signal, in a fixed order of steps. Unticking a ticked box runs that box's own
+// operation at once, before the current one goes on.
+// Deliberate: the interlocks do not exclude each other fully. Several same-length boxes can end up ticked,
+// and a scale field can stay disabled with no box ticked.
 class FormInterlocks {
 public:
-    // showError shows a modal box and returns when it is closed.
-    FormInterlocks(const FormTable &form, std::function<void(const QString &)> showError);
+    // The form must outlive this object.
+    explicit FormInterlocks(const FormTable &form);
 
     void rotateToggled(Axis axis, bool checked);
     void setLengthToggled(Axis axis, bool checked);
     void sameLengthToggled(SameLength which, bool checked);
+    // Refuses with an error box while an offset is nonzero.
     void setOriginToggled(Axis axis, bool checked);
     void scaleEdited(Axis axis, const QString &newText);
 
-    // Back to the values of a new window, except for the two files.
+    // Restores the values of a new window, except in the two file fields.
     void resetFields();
 
 private:
     const FormTable &m_form;
-    std::function<void(const QString &)> m_showError;
 };

@@ -6,6 +6,7 @@
 
 namespace {
 
+// Deliberate: a text that is no number counts as 0, without a message.
 double number(const LineEditCustom *field) { return field->text().toDouble(); }
 
 bool isBlank(const LineEditCustom *field) { return field->text().trimmed().isEmpty(); }
@@ -49,13 +50,13 @@ void readFlags(const FormTable &form, TransformParameters &p)
     p.zSameY = flag(form.sameLengths[zSameY].box);
 }
 
-// The two readers below return a complaint, or an empty text.
+// The next two functions return a complaint, or an empty text.
 
 QString readLength(const AxisRow &row, int &isSet, double &length)
 {
     if (!row.setLengthBox->isChecked())
         return {};
-    // The sign comes first: an empty field counts as 0 there and is caught by the second test.
+    // Deliberate: the sign is tested first; a blank field counts as 0 there and fails the second test.
     if (number(row.length) < 0.0)
         return row.letter + " Length value must be nonnegative.  Calculation interrupted.";
     if (isBlank(row.length))

@@ -1,15 +1,14 @@
-// From the form to the parameters of a run, or to the first thing that is wrong with it.
+// Reads the parameters of a run from the form, or finds the first complaint about them.
 #pragma once
 
 #include "app/FormTable.h"
 #include "transform/TransformParameters.h"
 
 struct FormReading {
-    TransformParameters parameters; // whole only if there is no complaint
+    TransformParameters parameters; // complete only if there is no complaint
     QString complaint;              // what to show the user, empty if all is well
 };
 
-// The standing messages of the checked fields come first and all together; then lengths and angles are read,
-// which stop at the first complaint. A text that is no number counts as 0 there. Asking the fields runs their
-// checks and so may change their icons.
+// The messages of all checked fields together are the first complaint. The lengths and angles follow, up to
+// the first one that is refused. Reading runs the checks of the fields and so may change their icons.
 FormReading readForm(const FormTable &form);

@@ -1,4 +1,4 @@
-// Which widget of the form belongs to which axis: rows to loop over.
+// Which widget of the form belongs to which axis, as tables to loop over.
 #pragma once
 
 #include <QString>
@@ -40,5 +40,5 @@ struct FormTable {
 
     std::array<AxisRow, 3> axes;                   // indexed by Axis
     std::array<SameLengthRow, 6> sameLengths;      // indexed by SameLength
-    std::array<LineEditCustom *, 5> checkedFields; // whose messages refuse a run, in the order they are shown
+    std::array<LineEditCustom *, 5> checkedFields; // their messages refuse a run, in this order
 };

@@ -2,6 +2,7 @@
 
 #include "app/AccessibleNames.h"
 #include "app/BusyCursor.h"
+#include "app/ErrorBox.h"
 #include "app/FormInterlocks.h"
 #include "app/FormReader.h"
 #include "app/FormTable.h"
@@ -20,11 +21,12 @@ namespace {
 
 constexpr const char *fileFilter = "STL files (*.stl *.Stl *.STL *.stl2d);;All files (*.*)";
 
-// A leftover, kept as it is: the slashes make no sense as a pattern, and nothing applies it.
+// Deliberate: nothing applies this expression, and it has slashes where backslashes were meant.
 QRegExp *makeNumberRegExp() { return new QRegExp("/-?/d* | /-?/d*//.//d+ | /-?/d+//.//d*"); }
 
-// A name typed over the chosen one replaces the whole path. Deliberate: the names are compared as Latin-1, so
-// a name outside it always does.
+// A name typed over the chosen one replaces the whole path.
+// Deliberate: the field is compared after conversion to Latin-1, so names with other characters count as
+// typed.
 void synchronisePath(QString &path, const QString &fieldText)
 {
     if (lastPathPart(path) != QString::fromLatin1(fieldText.toLatin1()))
@@ -38,13 +40,12 @@ MeshvaneMainWindow::MeshvaneMainWindow(QWidget *parent)
       ui(new Ui::MeshvaneMainWindow)
 {
     ui->setupUi(this);
-    setWindowTitle(QString("Meshvane - ") + "Quillmoret");
+    setWindowTitle("Meshvane - Quillmoret");
     numberRegExp = makeNumberRegExp();
 
-    const auto showErrorBox = [this](const QString &text) { showError(text); };
     form = std::make_unique<FormTable>(*ui);
-    interlocks = std::make_unique<FormInterlocks>(*form, showErrorBox);
-    runReporter = std::make_unique<WindowRunReporter>(*this, showErrorBox);
+    interlocks = std::make_unique<FormInterlocks>(*form);
+    runReporter = std::make_unique<WindowRunReporter>(*this);
     runPipeline = std::make_unique<RunPipeline>(*runReporter);
 
     wireForm();
@@ -125,11 +126,6 @@ void MeshvaneMainWindow::configureFields()
     }
 }
 
-void MeshvaneMainWindow::showError(const QString &text)
-{
-    QMessageBox::critical(nullptr, "Error notification", text, QMessageBox::Ok);
-}
-
 void MeshvaneMainWindow::slotCalc()
 {
     synchronisePath(inputPath, ui->edtFileIn->text());
@@ -171,7 +167,7 @@ void MeshvaneMainWindow::slotGetInputFile()
 
 void MeshvaneMainWindow::slotGetOutputFile()
 {
-    // Deliberate: the caption is no more than the suffix.
+    // Deliberate: the caption is just "stl".
     ui->edtFileOut->browseSaveFile(".stl", fileFilter, "stl");
     outputPath = ui->edtFileOut->text();
 }
@@ -182,6 +178,7 @@ void MeshvaneMainWindow::slotViewLog()
         showError("No log created yet.");
         return;
     }
+    // Deliberate: every call makes a viewer, which stays hidden if the log cannot be read.
     logViewer = new MeshvaneLog(this);
     QFile log(logFileName);
     if (!log.open(QIODevice::ReadOnly)) {

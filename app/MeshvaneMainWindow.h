@@ -1,5 +1,5 @@
-// The program's one window. It owns the form and wires it once; what a slot does lies in FormInterlocks,
-// FormReader and RunPipeline.
+// The program's only window. It owns the form and connects it once; the slots hand their work to
+// FormInterlocks, FormReader and RunPipeline.
 #pragma once
 
 #include <QMainWindow>
@@ -8,7 +8,6 @@
 #include <memory>
 
 class FormInterlocks;
-class LineEditCustom;
 class MeshvaneLog;
 class QAbstractButton;
 class QRegExp;
@@ -27,7 +26,7 @@ public:
     ~MeshvaneMainWindow() override;
 
 private slots:
-    // Checks the form and runs, or shows the first complaint.
+    // Runs with the values of the form, or shows the first complaint about them.
     void slotCalc();
     void slotChbRotateX(bool checked);
     void slotChbRotateY(bool checked);
@@ -50,7 +49,7 @@ private slots:
     void slotEdtZScale(const QString &newText);
     void slotGetInputFile();
     void slotGetOutputFile();
-    // Opens one more viewer with the log as it is now.
+    // Opens another viewer, with the current text of the log.
     void slotViewLog();
     void handleButtonBox(QAbstractButton *but);
     void showAbout();
@@ -61,11 +60,10 @@ private:
     void wireCommands();
     void configureFields();
     void showStart();
-    void showError(const QString &text);
 
     Ui::MeshvaneMainWindow *ui;
     QRegExp *numberRegExp; // Deliberate: applied to nothing and never deleted
-    QString inputPath;     // as chosen; a name typed into the field replaces it when a run starts
+    QString inputPath;     // as chosen; a different name in the field replaces it when a run starts
     QString outputPath;
 
     std::unique_ptr<FormTable> form;

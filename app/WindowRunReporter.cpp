@@ -1,6 +1,7 @@
 #include "app/WindowRunReporter.h"
 
 #include "app/BusyCursor.h"
+#include "app/ErrorBox.h"
 
 #include <QMainWindow>
 #include <QMessageBox>
@@ -12,15 +13,14 @@ constexpr int finishedMilliseconds = 5000;
 
 } // namespace
 
-WindowRunReporter::WindowRunReporter(QMainWindow &window, std::function<void(const QString &)> showError)
-    : m_window(window),
-      m_showError(std::move(showError))
+WindowRunReporter::WindowRunReporter(QMainWindow &window)
+    : m_window(window)
 {}
 
 void WindowRunReporter::error(const QString &text)
 {
     const BusyCursorPause pause;
-    m_showError(text);
+    showError(text);
 }
 
 void WindowRunReporter::logNotEmptied(const QString &details)

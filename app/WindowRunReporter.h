@@ -1,15 +1,14 @@
-// Shows on the main window what a run has to say.
+// Shows the messages of a run on the main window.
 #pragma once
 
 #include "transform/RunReporter.h"
-
-#include <functional>
 
 class QMainWindow;
 
 class WindowRunReporter final : public RunReporter {
 public:
-    WindowRunReporter(QMainWindow &window, std::function<void(const QString &)> showError);
+    // The window must outlive this object.
+    explicit WindowRunReporter(QMainWindow &window);
 
     void error(const QString &text) override;
     void logNotEmptied(const QString &details) override;
@@ -17,5 +16,4 @@ public:
 
 private:
     QMainWindow &m_window;
-    std::function<void(const QString &)> m_showError;
 };

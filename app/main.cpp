@@ -12,7 +12,7 @@
 
 namespace {
 
-// Numbers in files and fields have a point whatever the user's locale says.
+// Numbers in files and fields have a decimal point whatever the user's locale.
 void useClassicLocale()
 {
     if (std::setlocale(LC_ALL, "C") == nullptr)
