@@ -1,24 +1,11 @@
 #include "tests/app/InterlockModel.h"
 
+#include "tests/app/FormNames.h"
+#include "tests/app/WindowUnderTest.h"
+
 #include <QtGlobal>
 
 namespace {
-
-const QStringList axes{"X", "Y", "Z"};
-const QStringList sameLengthBoxes{"chbXsameY", "chbXsameZ", "chbYsameX",
-                                  "chbYsameZ", "chbZsameX", "chbZsameY"};
-
-QString name(const char *form, const QString &axis) { return QString(form).replace('?', axis); }
-
-// The two boxes by which an axis takes the length of another.
-QStringList takersOf(const QString &axis)
-{
-    if (axis == "X")
-        return {"chbXsameY", "chbXsameZ"};
-    if (axis == "Y")
-        return {"chbYsameX", "chbYsameZ"};
-    return {"chbZsameX", "chbZsameY"};
-}
 
 bool countsAsNonzero(const QString &text)
 {
@@ -31,26 +18,26 @@ bool countsAsNonzero(const QString &text)
 
 const QMap<QString, bool> &knownOffsetTexts()
 {
-    static const QMap<QString, bool> texts{{"", false},    {"0", false},  {"0.0", false},  {"-0", false},
-                                           {"abc", false}, {" ", false},  {"0.5", true},   {"-3", true},
-                                           {"nan", true},  {"inf", true}, {"1e400", true}, {"1", true},
-                                           {"0,5", false}};
+    static const QMap<QString, bool> texts{{"", false},    {" ", false},   {"0", false},   {"-0", false},
+                                           {"0.0", false}, {"abc", false}, {"0,5", false}, {"0x5", false},
+                                           {"1", true},    {"0.5", true},  {"-3", true},   {"1e-9", true},
+                                           {"nan", true},  {"inf", true},  {"1e400", true}};
     return texts;
 }
 
 InterlockModel::InterlockModel()
 {
-    for (const QString &axis : axes) {
-        m_fields[name("edt?Scale", axis)] = {"1", true};
-        m_fields[name("edt?OffsB", axis)] = {"0", true};
-        m_fields[name("edt?OffsA", axis)] = {"0", true};
-        m_fields[name("edtRotate?", axis)] = {"", false};
-        m_fields[name("edt?SetL", axis)] = {"", false};
-        m_boxes[name("chbRotate?", axis)] = {};
-        m_boxes[name("chb?SetL", axis)] = {};
-        m_boxes[name("chb?Set0", axis)] = {};
+    for (const QString &axis : axes()) {
+        m_fields[onAxis("edt?Scale", axis)] = {"1", true};
+        m_fields[onAxis("edt?OffsB", axis)] = {"0", true};
+        m_fields[onAxis("edt?OffsA", axis)] = {"0", true};
+        m_fields[onAxis("edtRotate?", axis)] = {"", false};
+        m_fields[onAxis("edt?SetL", axis)] = {"", false};
+        m_boxes[onAxis("chbRotate?", axis)] = {};
+        m_boxes[onAxis("chb?SetL", axis)] = {};
+        m_boxes[onAxis("chb?Set0", axis)] = {};
     }
-    for (const QString &box : sameLengthBoxes)
+    for (const QString &box : sameLengthBoxNames())
         m_boxes[box] = {};
 }
 
@@ -68,13 +55,13 @@ void InterlockModel::setText(const QString &field, const QString &text)
         return;
     m_fields[field].text = text;
     if (field.endsWith("Scale"))
-        setTicked(name("chb?SetL", field.mid(3, 1)), false);
+        setTicked(onAxis("chb?SetL", field.mid(3, 1)), false);
 }
 
 void InterlockModel::boxChanged(const QString &box, bool on)
 {
     if (box.startsWith("chbRotate"))
-        enableField(name("edtRotate?", box.right(1)), on);
+        enableField(onAxis("edtRotate?", box.right(1)), on);
     else if (box.endsWith("SetL"))
         setLengthChanged(box.mid(3, 1), on);
     else if (box.endsWith("Set0"))
@@ -85,30 +72,30 @@ void InterlockModel::boxChanged(const QString &box, bool on)
 
 void InterlockModel::setLengthChanged(const QString &axis, bool on)
 {
-    enableField(name("edt?SetL", axis), on);
-    for (const QString &taker : takersOf(axis))
-        enableBox(taker, !on);
-    for (const QString &taker : takersOf(axis))
-        setTicked(taker, false);
-    enableField(name("edt?Scale", axis), !on);
+    enableField(onAxis("edt?SetL", axis), on);
+    for (const QString &box : sameLengthBoxesOf(axis))
+        enableBox(box, !on);
+    for (const QString &box : sameLengthBoxesOf(axis))
+        setTicked(box, false);
+    enableField(onAxis("edt?Scale", axis), !on);
 }
 
 void InterlockModel::sameLengthChanged(const QString &box, bool on)
 {
     const QString target = box.mid(3, 1);
-    for (const QString &other : sameLengthBoxes) {
+    for (const QString &other : sameLengthBoxNames()) {
         if (other != box)
             enableBox(other, !on);
     }
-    enableField(name("edt?Scale", target), !on);
-    setTicked(name("chb?SetL", target), false);
-    enableBox(name("chb?SetL", target), !on);
+    enableField(onAxis("edt?Scale", target), !on);
+    setTicked(onAxis("chb?SetL", target), false);
+    enableBox(onAxis("chb?SetL", target), !on);
 }
 
 void InterlockModel::originChanged(const QString &axis, bool on)
 {
-    const QString before = name("edt?OffsB", axis);
-    const QString after = name("edt?OffsA", axis);
+    const QString before = onAxis("edt?OffsB", axis);
+    const QString after = onAxis("edt?OffsA", axis);
     if (!on) {
         enableField(before, true);
         enableField(after, true);
@@ -116,7 +103,7 @@ void InterlockModel::originChanged(const QString &axis, bool on)
     }
     if (countsAsNonzero(m_fields[before].text) || countsAsNonzero(m_fields[after].text)) {
         m_messages << "Unable to set " + axis + " Length to zero while " + axis + " offsets are nonzero.";
-        setTicked(name("chb?Set0", axis), false);
+        setTicked(onAxis("chb?Set0", axis), false);
         return;
     }
     setText(before, "0");
@@ -127,20 +114,38 @@ void InterlockModel::originChanged(const QString &axis, bool on)
 
 void InterlockModel::reset()
 {
-    for (const char *form : {"edt?Scale", "edt?OffsB", "edt?OffsA"}) {
-        for (const QString &axis : axes)
-            setText(name(form, axis), QString(form).endsWith("Scale") ? "1" : "0");
+    for (const char *pattern : {"edt?Scale", "edt?OffsB", "edt?OffsA"}) {
+        for (const QString &axis : axes())
+            setText(onAxis(pattern, axis), QString(pattern).endsWith("Scale") ? "1" : "0");
     }
-    for (const char *form : {"chbRotate?", "chb?SetL"}) {
-        for (const QString &axis : axes)
-            setTicked(name(form, axis), false);
+    for (const char *pattern : {"chbRotate?", "chb?SetL"}) {
+        for (const QString &axis : axes())
+            setTicked(onAxis(pattern, axis), false);
     }
-    for (const char *form : {"edtRotate?", "edt?SetL"}) {
-        for (const QString &axis : axes)
-            setText(name(form, axis), "");
+    for (const char *pattern : {"edtRotate?", "edt?SetL"}) {
+        for (const QString &axis : axes())
+            setText(onAxis(pattern, axis), "");
     }
-    for (const QString &axis : axes)
-        setTicked(name("chb?Set0", axis), false);
-    for (const QString &box : sameLengthBoxes)
+    for (const QString &axis : axes())
+        setTicked(onAxis("chb?Set0", axis), false);
+    for (const QString &box : sameLengthBoxNames())
         setTicked(box, false);
+}
+
+QStringList differences(const InterlockModel &model, const WindowUnderTest &window)
+{
+    QStringList found;
+    const auto compare = [&found](const QString &what, const auto &expected, const auto &actual) {
+        if (expected != actual)
+            found << QString("%1 should be %2, is %3").arg(what).arg(expected).arg(actual);
+    };
+    for (auto box = model.boxes().begin(); box != model.boxes().end(); ++box) {
+        compare(box.key() + " ticked", box->ticked, window.isTicked(box.key()));
+        compare(box.key() + " enabled", box->enabled, window.isEnabled(box.key()));
+    }
+    for (auto field = model.fields().begin(); field != model.fields().end(); ++field) {
+        compare(field.key() + " text", field->text, window.text(field.key()));
+        compare(field.key() + " enabled", field->enabled, window.isEnabled(field.key()));
+    }
+    return found;
 }

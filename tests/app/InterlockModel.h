@@ -1,10 +1,11 @@
-// The rules of the form's interlocks, written down a second time without any widget, to hold the window
-// against.
+// The rules of the form's interlocks, written a second time and without widgets, to compare the window with.
 #pragma once
 
 #include <QMap>
 #include <QString>
 #include <QStringList>
+
+class WindowUnderTest;
 
 class InterlockModel {
 public:
@@ -41,5 +42,8 @@ private:
     QStringList m_messages;
 };
 
-// The offset texts that the model knows, each with whether it counts as nonzero.
+// The offset texts that the model knows, and whether each counts as nonzero.
 const QMap<QString, bool> &knownOffsetTexts();
+
+// Every text, tick and enabled state in which the window differs from the model.
+QStringList differences(const InterlockModel &model, const WindowUnderTest &window);

@@ -1,5 +1,8 @@
-// One triangle as the tests of whole runs use it, and the texts that come out of it.
+// A mesh of one triangle for tests of whole runs, and what a run makes of it.
 #pragma once
+
+#include "transform/RunLogText.h"
+#include "transform/TransformParameters.h"
 
 #include <QByteArray>
 #include <QString>
@@ -18,15 +21,16 @@ inline QByteArray triangleInput()
            "endsolid triangle\n";
 }
 
-// The output with three lines of corners, and a facet line if it is not the input's.
-inline QByteArray triangleOutput(const QByteArray &corners,
-                                 const QByteArray &facet = "  facet normal  0.00000000E+00  0.00000000E+00  "
-                                                           "1.00000000E+00\n")
+// The output with these three lines of corners.
+inline QByteArray triangleOutput(const QByteArray &corners)
 {
-    return "solid  (null)\n" + facet + "    outer loop\n" + corners + "    endloop\n  endfacet\nendsolid  \n";
+    return "solid  (null)\n"
+           "  facet normal  0.00000000E+00  0.00000000E+00  1.00000000E+00\n"
+           "    outer loop\n" +
+           corners + "    endloop\n  endfacet\nendsolid  \n";
 }
 
-// The corners as they are.
+// The corners of the input.
 inline QByteArray untouchedCorners()
 {
     return "      vertex  1.00000000E+00  2.00000000E+00  3.00000000E+00\n"
@@ -34,34 +38,20 @@ inline QByteArray untouchedCorners()
            "      vertex  1.00000000E+00  1.00000000E+01  1.90000000E+01\n";
 }
 
-inline QByteArray logHeader()
+// The values of a new form.
+inline TransformParameters newForm()
 {
-    return "\n\n"
-           "-------------------------- meshvane output --------------------------\n\n"
-           "    x = xScl * (x + xOfsB) + xOfsA\n\n"
-           "    y = yScl * (y + yOfsB) + yOfsA\n\n"
-           "    z = zScl * (z + zOfsB) + zOfsA\n\n"
-           "- Rotation about axis is done after all other scale and translation -\n\n";
+    TransformParameters parameters;
+    parameters.xScl = parameters.yScl = parameters.zScl = 1.0;
+    return parameters;
 }
 
-inline QByteArray logValues(const QByteArray &x, const QByteArray &y, const QByteArray &z)
+// The whole log of a successful run over the triangle.
+inline QByteArray logOfARun(const TransformParameters &parameters)
 {
-    return "\nCalculation started with following parameters:  \n\n" + x + "\n\n" + y + "\n\n" + z + "\n\n";
-}
-
-inline QByteArray defaultLogValues()
-{
-    return logValues("xScl = 1.000000     xOfsB = 0.000000     xOfsA = 0.000000",
-                     "yScl = 1.000000     yOfsB = 0.000000     yOfsA = 0.000000",
-                     "zScl = 1.000000     zOfsB = 0.000000     zOfsA = 0.000000");
-}
-
-// The end of the log of a run over the triangle.
-inline QByteArray logOutcome()
-{
-    return "\n\nNumber lines read from stl file = 9\n"
-           "Number triangles read from stl file = 1\n\n"
-           "\nCalculation finished successfully.\n\n";
+    return QByteArray::fromStdString(runLogHeader() + runLogParameters(parameters) +
+                                     runLogOutcome("\n\nNumber lines read from stl file = 9\n"
+                                                   "Number triangles read from stl file = 1\n"));
 }
 
 inline QString statusAfterRun(const QString &outputName)

@@ -1,7 +1,8 @@
-// The main window as a user meets it: widgets by object name, slots by signature.
+// The main window as its user meets it: widgets are found by object name.
 #pragma once
 
 #include "app/MeshvaneMainWindow.h"
+#include "tests/app/FormNames.h"
 
 #include <QAction>
 #include <QByteArray>
@@ -20,7 +21,7 @@ class WindowUnderTest {
 public:
     MeshvaneMainWindow window;
 
-    // Ends the process if there is no such object: a test that went on would prove nothing.
+    // Ends the process if there is no such object.
     template <typename Object>
     Object *find(const QString &name) const
     {
@@ -64,13 +65,9 @@ public:
         enter("edtFileOut", output);
     }
 
-    // The log viewers that were ever made.
+    // All log viewers made so far.
     QList<QDialog *> viewers() const;
 
 private:
     mutable QHash<QString, QObject *> m_found; // the form's objects live as long as the window
 };
-
-// Every field and box of the form, in tab order within its kind.
-const QStringList &fieldNames();
-const QStringList &boxNames();

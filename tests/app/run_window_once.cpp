@@ -1,9 +1,9 @@
-// Drives the real main, which is linked beside this file: as soon as the application object stands, a timer
-// is set that fills the window, clicks Run and closes it. What the user would have seen goes to standard
-// output.
+// Operates the window of the real main function, which is linked with this file. When the application object
+// exists, a timer is set that fills in the form, clicks Run and closes the window. What the user would have
+// seen is printed.
 //
-// Arguments: "name=text" enters a text into a field, a bare name ticks a box, all in order. "end with 7" does
-// nothing but end the event loop with that code.
+// Arguments: "name=text" enters a text into a field, a name alone ticks a box, in this order. "end with 7"
+// only ends the event loop with that status.
 #include "app/MeshvaneMainWindow.h"
 #include "tests/support/qt/MessageBoxRecorder.h"
 
@@ -34,7 +34,7 @@ void say(const QString &what, const QString &value)
 
 QString decimalPoint() { return localeconv()->decimal_point; }
 
-// Debug messages of the program itself; Qt's own chatter about the display is left out.
+// Debug messages only; Qt warns about the display.
 void sayMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (type != QtDebugMsg)
@@ -53,7 +53,7 @@ MeshvaneMainWindow *theWindow()
     return found;
 }
 
-// The font that the program would have without its own doing, in the size of the program.
+// The font that the program has by default, in the size that it sets.
 QFont systemFontOfTenPoints()
 {
     QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
@@ -61,7 +61,7 @@ QFont systemFontOfTenPoints()
     return font;
 }
 
-void sayWhatStands(const MeshvaneMainWindow &window)
+void sayInitialState(const MeshvaneMainWindow &window)
 {
     say("visible", window.isVisible() ? "yes" : "no");
     say("has parent", window.parent() ? "yes" : "no");
@@ -100,7 +100,7 @@ void runOnce()
         QApplication::exit(7);
         return;
     }
-    sayWhatStands(*window);
+    sayInitialState(*window);
     enterArguments(*window);
     MessageBoxRecorder boxes;
     boxes.whenShown([](const ShownBox &box) { say("box", box.text); });
@@ -113,7 +113,7 @@ void driveTheApplication()
 {
     qInstallMessageHandler(sayMessage);
     say("decimal point at first", decimalPoint());
-    // A global locale without a name, so that a "C" that is found later was made by the program.
+    // The locale has no name now, so a later "C" comes from the program.
     std::locale::global(std::locale(std::locale(), new std::numpunct<char>));
     say("C++ locale at first", QString::fromStdString(std::locale().name()));
     QTimer::singleShot(0, qApp, runOnce);

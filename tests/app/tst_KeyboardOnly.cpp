@@ -1,4 +1,4 @@
-// The whole program without a mouse: every key goes to the widget that has the keyboard.
+// The whole program without a mouse: every key goes to the widget with the keyboard focus.
 #include "tests/app/SmallMesh.h"
 #include "tests/app/WindowUnderTest.h"
 #include "tests/support/qt/QtTestMain.h"
@@ -16,7 +16,7 @@
 
 namespace {
 
-// What a person can reach with the tabulator, from first to last; fields that are off are passed over.
+// What the tab key reaches on a new form, in order.
 const QStringList &tabStops()
 {
     static const QStringList stops{"edtFileIn",  "btnBrowseIn", "edtFileOut", "btnBrowseOut", "edtXScale",
@@ -39,7 +39,7 @@ void type(const QString &text)
     QTest::keyClicks(QApplication::focusWidget(), text);
 }
 
-// Goes on with the tabulator until the widget has the keyboard.
+// Presses the tab key until the widget has the focus.
 void goTo(const QWidget *widget)
 {
     for (int steps = 0; steps < 60 && QApplication::focusWidget() != widget; ++steps)
@@ -56,11 +56,11 @@ private slots:
     void init();
     void cleanup();
 
-    void tabulatorVisitsEveryStopInOrder();
-    void backwardsAsWell();
-    void tickedFieldsBecomeStops();
-    void fromEmptyFormToClosedWindow();
-    void menuRunsTheProgram();
+    void tabVisitsEveryStopInOrder();
+    void backtabVisitsThemBackwards();
+    void tickedBoxesMakeTheirFieldsStops();
+    void fromAnEmptyFormToAClosedWindow();
+    void menuIsUsedWithoutTheMouse();
 
 private:
     void goTo(const QString &name) { ::goTo(m->find<QWidget>(name)); }
@@ -80,13 +80,13 @@ private:
         ::goTo(button);
         press(Qt::Key_Space);
     }
-    // A window manager does so when a window comes or goes; there is none here.
-    void giveTheKeyboardTo(QWidget *window)
+    // This is the task of a window manager, which does not exist here.
+    void activate(QWidget *window)
     {
         window->activateWindow();
         QTRY_COMPARE(QApplication::activeWindow(), window);
     }
-    // Presses the button and reads the box that comes up; the box goes with the return key.
+    // Presses the button, closes the box that appears with the return key, and returns its text.
     QString textOfBoxAfter(QPushButton *button);
 
     std::unique_ptr<WorkingFolder> m_folder;
@@ -99,7 +99,7 @@ void tst_KeyboardOnly::init()
     m_folder->write("in.stl", triangleInput());
     m = std::make_unique<WindowUnderTest>();
     m->window.show();
-    giveTheKeyboardTo(&m->window);
+    activate(&m->window);
     goTo("edtFileIn");
 }
 
@@ -123,11 +123,11 @@ QString tst_KeyboardOnly::textOfBoxAfter(QPushButton *button)
     });
     watch.start(1);
     pressButton(button);
-    giveTheKeyboardTo(&m->window);
+    activate(&m->window);
     return text;
 }
 
-void tst_KeyboardOnly::tabulatorVisitsEveryStopInOrder()
+void tst_KeyboardOnly::tabVisitsEveryStopInOrder()
 {
     QStringList visited;
     for (int count = tabStops().size(); count > 0; --count) {
@@ -135,19 +135,19 @@ void tst_KeyboardOnly::tabulatorVisitsEveryStopInOrder()
         press(Qt::Key_Tab);
     }
     QCOMPARE(visited, tabStops());
-    const QSet<QWidget *> left{m->standardButton(QDialogButtonBox::Apply),
-                               m->standardButton(QDialogButtonBox::Reset),
-                               m->standardButton(QDialogButtonBox::Close)};
+    const QSet<QWidget *> expected{m->standardButton(QDialogButtonBox::Apply),
+                                   m->standardButton(QDialogButtonBox::Reset),
+                                   m->standardButton(QDialogButtonBox::Close)};
     QSet<QWidget *> buttons;
     for (int count = 3; count > 0; --count) {
         buttons << QApplication::focusWidget();
         press(Qt::Key_Tab);
     }
-    QCOMPARE(buttons, left);
+    QCOMPARE(buttons, expected);
     QCOMPARE(QApplication::focusWidget()->objectName(), tabStops().constFirst());
 }
 
-void tst_KeyboardOnly::backwardsAsWell()
+void tst_KeyboardOnly::backtabVisitsThemBackwards()
 {
     goTo("btnViewLog");
     QStringList visited;
@@ -158,7 +158,7 @@ void tst_KeyboardOnly::backwardsAsWell()
     QCOMPARE(visited, tabStops());
 }
 
-void tst_KeyboardOnly::tickedFieldsBecomeStops()
+void tst_KeyboardOnly::tickedBoxesMakeTheirFieldsStops()
 {
     const struct {
         const char *box;
@@ -172,7 +172,7 @@ void tst_KeyboardOnly::tickedFieldsBecomeStops()
     }
 }
 
-void tst_KeyboardOnly::fromEmptyFormToClosedWindow()
+void tst_KeyboardOnly::fromAnEmptyFormToAClosedWindow()
 {
     QPushButton *run = m->standardButton(QDialogButtonBox::Apply);
     QCOMPARE(textOfBoxAfter(m->button("btnViewLog")), QString("No log created yet."));
@@ -196,20 +196,20 @@ void tst_KeyboardOnly::fromEmptyFormToClosedWindow()
     pressButton(m->button("btnViewLog"));
     QCOMPARE(m->viewers().size(), 1);
     QDialog *viewer = m->viewers().constFirst();
-    giveTheKeyboardTo(viewer);
+    activate(viewer);
     QVERIFY(viewer->findChild<QTextEdit *>("txtLog")->toPlainText().contains("zsetL = 4.000000"));
-    // The tabulator belongs to the text while it is being edited; the escape key closes the viewer.
+    // In the text, the tab key enters a tab; the escape key closes the viewer.
     press(Qt::Key_Escape);
     QVERIFY(!viewer->isVisible());
 
-    giveTheKeyboardTo(&m->window);
+    activate(&m->window);
     pressButton(m->standardButton(QDialogButtonBox::Reset));
     QCOMPARE(m->text("edtXScale"), QString("1"));
     pressButton(m->standardButton(QDialogButtonBox::Close));
     QVERIFY(!m->window.isVisible());
 }
 
-void tst_KeyboardOnly::menuRunsTheProgram()
+void tst_KeyboardOnly::menuIsUsedWithoutTheMouse()
 {
     typeInto("edtFileIn", "in.stl");
     typeInto("edtFileOut", "out.stl");

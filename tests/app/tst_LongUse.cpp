@@ -1,4 +1,5 @@
-// A thousand runs of one window with random options: what a run takes it gives back.
+// A thousand runs from one window with random options: runs release everything they acquire.
+#include "tests/app/Dice.h"
 #include "tests/app/WindowUnderTest.h"
 #include "tests/support/Amount.h"
 #include "tests/support/MeshFiles.h"
@@ -11,12 +12,11 @@
 
 #include <cstdio>
 #include <malloc.h>
-#include <random>
 
 namespace {
 
 #ifdef __SANITIZE_ADDRESS__
-constexpr bool memoryCanBeMeasured = false; // the sanitizer has a heap of its own, and finds leaks itself
+constexpr bool memoryCanBeMeasured = false; // the sanitizer has its own heap and finds leaks itself
 #else
 constexpr bool memoryCanBeMeasured = true;
 #endif
@@ -33,9 +33,10 @@ int openFiles() { return QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir
 
 std::size_t usedMemory() { return mallinfo2().uordblks; }
 
+// What the process holds.
 struct Holdings {
     int files = 0;
-    int objects = 0; // below the window, viewers left out
+    int objects = 0; // children of the window
     std::size_t memory = 0;
 };
 
@@ -45,42 +46,34 @@ class tst_LongUse : public QObject {
     Q_OBJECT
 
 private slots:
-    void runsGiveBackWhatTheyTake();
+    void runsReleaseWhatTheyAcquire();
 
 private:
     void enterRandomOptions(const WindowUnderTest &window);
-    QString oneOf(const QStringList &choices);
-    bool oneIn(int n) { return m_random() % static_cast<unsigned>(n) == 0; }
-
-    std::mt19937 m_random{20240229};
+    Dice m_dice{20240229};
 };
 
-QString tst_LongUse::oneOf(const QStringList &choices)
-{
-    return choices.at(static_cast<int>(m_random() % static_cast<unsigned>(choices.size())));
-}
-
-// Options as a user sets them: nothing that is disabled is touched.
+// As a user does: disabled widgets stay as they are.
 void tst_LongUse::enterRandomOptions(const WindowUnderTest &window)
 {
     window.reset();
-    window.enterFiles(oneOf({"ascii.stl", "binary.stl", "broken.stl"}),
-                      oneIn(20) ? "/dev/full" : oneOf({"out.stl", "other.stl"}));
+    window.enterFiles(m_dice.oneOf({"ascii.stl", "binary.stl", "broken.stl"}),
+                      m_dice.oneIn(20) ? "/dev/full" : m_dice.oneOf({"out.stl", "other.stl"}));
     for (const QString &name : fieldNames().mid(2)) {
         if (window.isEnabled(name))
-            window.enter(name, oneOf({"0.5", "1", "2", "-3", "1e3", "", "x"}));
+            window.enter(name, m_dice.oneOf({"0.5", "1", "2", "-3", "1e3", "", "x"}));
     }
     for (const QString &name : boxNames()) {
-        if (window.isEnabled(name) && oneIn(4))
+        if (window.isEnabled(name) && m_dice.oneIn(4))
             window.tick(name);
     }
     for (const QString &name : fieldNames().mid(2)) {
-        if (window.isEnabled(name) && window.text(name).isEmpty() && !oneIn(10))
-            window.enter(name, oneOf({"30", "90", "2.5"}));
+        if (window.isEnabled(name) && window.text(name).isEmpty() && !m_dice.oneIn(10))
+            window.enter(name, m_dice.oneOf({"30", "90", "2.5"}));
     }
 }
 
-void tst_LongUse::runsGiveBackWhatTheyTake()
+void tst_LongUse::runsReleaseWhatTheyAcquire()
 {
     const WorkingFolder folder;
     folder.write("ascii.stl", asciiMesh());
@@ -102,7 +95,7 @@ void tst_LongUse::runsGiveBackWhatTheyTake()
         window.run();
         QCoreApplication::processEvents();
         const bool success = window.statusText().startsWith("Calculation finished successfully.");
-        QVERIFY2(success != !boxes.boxes().isEmpty(), "a run either succeeds or says why not");
+        QVERIFY2(success != !boxes.boxes().isEmpty(), "a run either succeeds or shows a message");
         (success ? succeeded : refused) += 1;
         if (run != warmUp && run != runs - 1)
             continue;
@@ -118,7 +111,7 @@ void tst_LongUse::runsGiveBackWhatTheyTake()
         std::printf("%d runs succeeded, %d were refused; memory in use went from %zu to %zu bytes\n",
                     succeeded, refused, before.memory, now.memory);
         constexpr std::size_t noise =
-            std::size_t{200} * 1024; // Qt's caches, which fill as texts and boxes vary
+            std::size_t{200} * 1024; // Qt's caches, which grow with new texts and boxes
         if (memoryCanBeMeasured)
             QVERIFY(now.memory < before.memory + noise);
     }

@@ -1,6 +1,7 @@
-// The form: every object, its class, text, place and settings.
+// The form: the class, text, place and settings of every object.
 #include "tests/app/WindowUnderTest.h"
 #include "tests/support/qt/QtTestMain.h"
+#include "tests/support/qt/TestRows.h"
 #include "ui_MeshvaneMainWindow.h"
 #include "widgets/LineEditCustom.h"
 
@@ -21,7 +22,7 @@ struct Cell {
     int row, column, rowSpan, columnSpan;
 };
 
-// One object of the form and where it lies. No layout: it is not in a grid.
+// One object of the form and its place.
 struct Item {
     const char *name;
     const char *className;
@@ -93,11 +94,11 @@ const Item items[] = {
     {"chbZsameY", "QCheckBox", "Set Z length to Y length", "_3", {8, 0, 1, 1}},
 };
 
-// One layout of the form. margin -1: it has none of its own.
+// One layout of the form.
 struct LayoutRow {
     const char *name;
     const char *widget; // the widget it is installed on, or null for a layout within a layout
-    int margin;
+    int margin;         // -1: none of its own
     int items;
     Cell cell; // in gridLayout_3, for those without a widget
 };
@@ -112,7 +113,7 @@ const LayoutRow layouts[] = {
     {"_5", "grpSetLengths", 11, 6, {0, 0, 0, 0}},
 };
 
-const QStringList tabOrder{
+const QStringList tabStops{
     "edtFileIn",  "btnBrowseIn", "edtFileOut", "btnBrowseOut", "edtXScale",  "edtXOffsB", "edtXOffsA",
     "edtYScale",  "edtYOffsB",   "edtYOffsA",  "edtZScale",    "edtZOffsB",  "edtZOffsA", "chbRotateX",
     "edtRotateX", "chbRotateY",  "edtRotateY", "chbRotateZ",   "edtRotateZ", "chbXSetL",  "edtXSetL",
@@ -121,6 +122,15 @@ const QStringList tabOrder{
 
 const QStringList actionNames{"fileOpenAction",    "fileRunAction",  "fileResetAction",
                               "fileViewLogAction", "fileExitAction", "actionAbout_Meshvane"};
+
+const struct {
+    const char *name;
+    const char *text;
+} actionTextCases[] = {
+    {"fileOpenAction", "Open"},          {"fileRunAction", "Run"},
+    {"fileResetAction", "Reset Fields"}, {"fileViewLogAction", "View Logs"},
+    {"fileExitAction", "Exit"},          {"actionAbout_Meshvane", "About Meshvane"},
+};
 
 // The names of the children that have one, in order.
 QStringList childNames(const QObject &parent)
@@ -133,7 +143,7 @@ QStringList childNames(const QObject &parent)
     return names;
 }
 
-// Those of `names` that are among `wanted`, in their order.
+// Those of `names` that are in `wanted`, in the order of `names`.
 QStringList only(const QStringList &names, const QStringList &wanted)
 {
     QStringList result;
@@ -144,7 +154,7 @@ QStringList only(const QStringList &names, const QStringList &wanted)
     return result;
 }
 
-// Remembers which texts were asked for.
+// Records which texts the form has translated.
 class TextCollector : public QTranslator {
 public:
     mutable QSet<QString> asked;
@@ -162,65 +172,56 @@ class tst_MainWindowForm : public QObject {
     Q_OBJECT
 
 private slots:
-    // Before the first window or field is made.
+    // Before the first window or field exists.
     void initTestCase() { m_iconsAtFirst = QDir(":/pixmaps").entryList(QDir::NoFilter, QDir::Name); }
     void init() { m = std::make_unique<WindowUnderTest>(); }
     void cleanup() { m.reset(); }
 
-    void object_data();
-    void object();
+    void everyObjectHasItsClassTextAndPlace_data() { addRows(items); }
+    void everyObjectHasItsClassTextAndPlace();
     void formHasNoOtherWidgets();
-    void layout_data();
-    void layout();
-    void browseButtonsAreNarrowAndHaveAnIcon_data();
+    void everyLayoutHasItsSettings_data() { addRows(layouts); }
+    void everyLayoutHasItsSettings();
+    void browseButtonsAreNarrowAndHaveAnIcon_data() { addNamedRows({"btnBrowseIn", "btnBrowseOut"}); }
     void browseButtonsAreNarrowAndHaveAnIcon();
     void labelsDoNotWrap();
-    void boxesStretchVertically_data();
+    void boxesStretchVertically_data() { addNamedRows(boxNames()); }
     void boxesStretchVertically();
     void onlyAngleAndLengthFieldsAreDisabled();
     void noBoxIsTicked();
-    void fieldsAreOtherwisePlain_data();
+    void fieldsAreOtherwisePlain_data() { addNamedRows(fieldNames()); }
     void fieldsAreOtherwisePlain();
 
-    void actionTexts_data();
+    void actionTexts_data() { addRows(actionTextCases); }
     void actionTexts();
-    void actionsAreOtherwisePlain_data();
+    void actionsAreOtherwisePlain_data() { addNamedRows(actionNames); }
     void actionsAreOtherwisePlain();
     void menus();
     void statusBarBelongsToTheWindow();
     void buttonBoxHasThreeButtons();
 
-    void tabOrderByTheFocusChain();
-    void tabOrderByTheKeyboard();
+    void tabOrder();
 
     void nothingHasTipsOrShortcuts();
-    void childrenStandInTheOrderOfCreation();
-    void windowIconIsThere();
+    void childrenAreInTheOrderOfTheForm();
+    void windowHasItsIcon();
     void iconsAreResources();
-    void fourIconsWereThereBeforeTheWindow();
+    void iconsAreRegisteredBeforeTheFirstWindow();
 
     void formOnAPlainWindow();
-    void formKeepsAnObjectName();
+    void formKeepsTheNameOfANamedWindow();
     void formHasAPointerForEveryObject();
     void textsAreTranslatedInTheContextOfTheWindow();
-    void retranslatingPutsBackTheDefaultsAndLeavesTheRest();
+    void retranslatingRestoresTheDefaultsOnly();
 
 private:
     QStringList m_iconsAtFirst;
     std::unique_ptr<WindowUnderTest> m;
 };
 
-void tst_MainWindowForm::object_data()
+void tst_MainWindowForm::everyObjectHasItsClassTextAndPlace()
 {
-    QTest::addColumn<int>("index");
-    for (int index = 0; index < int(std::size(items)); ++index)
-        QTest::newRow(items[index].name) << index;
-}
-
-void tst_MainWindowForm::object()
-{
-    QFETCH(int, index);
-    const Item &item = items[index];
+    const Item &item = currentRow(items);
     QWidget *widget = m->find<QWidget>(item.name);
     QCOMPARE(widget->metaObject()->className(), item.className);
     if (item.text) {
@@ -256,17 +257,9 @@ void tst_MainWindowForm::formHasNoOtherWidgets()
     QCOMPARE(m->window.findChildren<QCheckBox *>().size(), 15);
 }
 
-void tst_MainWindowForm::layout_data()
+void tst_MainWindowForm::everyLayoutHasItsSettings()
 {
-    QTest::addColumn<int>("index");
-    for (int index = 0; index < int(std::size(layouts)); ++index)
-        QTest::newRow(layouts[index].name) << index;
-}
-
-void tst_MainWindowForm::layout()
-{
-    QFETCH(int, index);
-    const LayoutRow &row = layouts[index];
+    const LayoutRow &row = currentRow(layouts);
     QGridLayout *grid = m->find<QGridLayout>(row.name);
     QCOMPARE(grid->horizontalSpacing(), 6);
     QCOMPARE(grid->verticalSpacing(), 6);
@@ -292,17 +285,9 @@ void tst_MainWindowForm::layout()
     QFAIL("not in gridLayout_3");
 }
 
-void tst_MainWindowForm::browseButtonsAreNarrowAndHaveAnIcon_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("input") << "btnBrowseIn";
-    QTest::newRow("output") << "btnBrowseOut";
-}
-
 void tst_MainWindowForm::browseButtonsAreNarrowAndHaveAnIcon()
 {
-    QFETCH(QString, name);
-    const QPushButton *button = m->button(name);
+    const QPushButton *button = m->button(currentName());
     QCOMPARE(button->maximumSize(), QSize(50, 32767));
     QCOMPARE(button->text(), QString());
     QVERIFY(!button->icon().isNull());
@@ -327,17 +312,9 @@ void tst_MainWindowForm::labelsDoNotWrap()
     QCOMPARE(labels, 14);
 }
 
-void tst_MainWindowForm::boxesStretchVertically_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const QString &name : boxNames())
-        QTest::newRow(qPrintable(name)) << name;
-}
-
 void tst_MainWindowForm::boxesStretchVertically()
 {
-    QFETCH(QString, name);
-    const QSizePolicy policy = m->box(name)->sizePolicy();
+    const QSizePolicy policy = m->box(currentName())->sizePolicy();
     QCOMPARE(policy.horizontalPolicy(), QSizePolicy::Minimum);
     QCOMPARE(policy.verticalPolicy(), QSizePolicy::Expanding);
     QCOMPARE(policy.horizontalStretch(), 0);
@@ -367,17 +344,9 @@ void tst_MainWindowForm::noBoxIsTicked()
     }
 }
 
-void tst_MainWindowForm::fieldsAreOtherwisePlain_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const QString &name : fieldNames())
-        QTest::newRow(qPrintable(name)) << name;
-}
-
 void tst_MainWindowForm::fieldsAreOtherwisePlain()
 {
-    QFETCH(QString, name);
-    const QLineEdit *field = m->field(name);
+    const QLineEdit *field = m->field(currentName());
     QWidget host;
     const LineEditCustom plain(&host);
     for (const char *property : {"inputMask", "maxLength", "frame", "echoMode", "alignment", "dragEnabled",
@@ -394,37 +363,18 @@ void tst_MainWindowForm::fieldsAreOtherwisePlain()
     QVERIFY(field->actions().isEmpty());
 }
 
-void tst_MainWindowForm::actionTexts_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::newRow("fileOpenAction") << "Open";
-    QTest::newRow("fileRunAction") << "Run";
-    QTest::newRow("fileResetAction") << "Reset Fields";
-    QTest::newRow("fileViewLogAction") << "View Logs";
-    QTest::newRow("fileExitAction") << "Exit";
-    QTest::newRow("actionAbout_Meshvane") << "About Meshvane";
-}
-
 void tst_MainWindowForm::actionTexts()
 {
-    QFETCH(QString, text);
-    const QAction *action = m->action(QTest::currentDataTag());
-    QCOMPARE(action->text(), text);
+    const auto &row = currentRow(actionTextCases);
+    const QAction *action = m->action(row.name);
+    QCOMPARE(action->text(), QString(row.text));
     QCOMPARE(action->parent(), static_cast<QObject *>(&m->window));
     QVERIFY(!action->isCheckable());
 }
 
-void tst_MainWindowForm::actionsAreOtherwisePlain_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const QString &name : actionNames)
-        QTest::newRow(qPrintable(name)) << name;
-}
-
 void tst_MainWindowForm::actionsAreOtherwisePlain()
 {
-    QFETCH(QString, name);
-    const QAction *action = m->action(name);
+    const QAction *action = m->action(currentName());
     const QAction plain(action->text());
     QVERIFY(action->icon().isNull());
     QVERIFY(!action->data().isValid());
@@ -472,36 +422,16 @@ void tst_MainWindowForm::buttonBoxHasThreeButtons()
     QCOMPARE(box->orientation(), Qt::Horizontal);
 }
 
-void tst_MainWindowForm::tabOrderByTheFocusChain()
+void tst_MainWindowForm::tabOrder()
 {
     QStringList order;
-    QWidget *widget = m->find<QWidget>(tabOrder.first());
-    while (order.size() < tabOrder.size()) {
+    QWidget *widget = m->find<QWidget>(tabStops.first());
+    while (order.size() < tabStops.size()) {
         if (widget->focusPolicy() & Qt::TabFocus)
             order << widget->objectName();
         widget = widget->nextInFocusChain();
     }
-    QCOMPARE(order, tabOrder);
-}
-
-void tst_MainWindowForm::tabOrderByTheKeyboard()
-{
-    m->window.show();
-    QApplication::setActiveWindow(&m->window);
-    QVERIFY(QTest::qWaitForWindowActive(&m->window));
-    m->find<QWidget>("edtFileIn")->setFocus();
-    QStringList expected;
-    for (const QString &name : tabOrder) {
-        if (m->isEnabled(name))
-            expected << name;
-    }
-    QCOMPARE(expected.size(), 28);
-    QStringList order;
-    for (int step = 0; step < expected.size(); ++step) {
-        order << QApplication::focusWidget()->objectName();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    QCOMPARE(order, expected);
+    QCOMPARE(order, tabStops);
 }
 
 void tst_MainWindowForm::nothingHasTipsOrShortcuts()
@@ -514,7 +444,7 @@ void tst_MainWindowForm::nothingHasTipsOrShortcuts()
     for (const QString &name : actionNames) {
         QVERIFY(m->action(name)->shortcut().isEmpty());
         QCOMPARE(m->action(name)->statusTip(), QString());
-        // An action without a tool tip of its own answers with its text.
+        // Without a tool tip of its own, an action returns its text.
         QCOMPARE(m->action(name)->toolTip(), m->action(name)->text());
     }
     for (const QString &name : boxNames())
@@ -523,7 +453,7 @@ void tst_MainWindowForm::nothingHasTipsOrShortcuts()
         QVERIFY(m->button(name)->shortcut().isEmpty());
 }
 
-void tst_MainWindowForm::childrenStandInTheOrderOfCreation()
+void tst_MainWindowForm::childrenAreInTheOrderOfTheForm()
 {
     QCOMPARE(only(childNames(m->window), actionNames + QStringList{"centralWidget", "menuBar", "statusBar"}),
              actionNames + QStringList({"centralWidget", "menuBar", "statusBar"}));
@@ -550,7 +480,7 @@ void tst_MainWindowForm::childrenStandInTheOrderOfCreation()
     }
 }
 
-void tst_MainWindowForm::windowIconIsThere()
+void tst_MainWindowForm::windowHasItsIcon()
 {
     const QSize size = QPixmap(":/pixmaps/transform-scale.png").size();
     QVERIFY(!size.isEmpty());
@@ -567,7 +497,7 @@ void tst_MainWindowForm::iconsAreResources()
     QVERIFY(!QPixmap(":/pixmaps/transform-scale.png").isNull());
 }
 
-void tst_MainWindowForm::fourIconsWereThereBeforeTheWindow()
+void tst_MainWindowForm::iconsAreRegisteredBeforeTheFirstWindow()
 {
     QCOMPARE(m_iconsAtFirst, QStringList({"dialog-error22x22.png", "dialog-warning22x22.png", "fileopen.png",
                                           "transform-scale.png"}));
@@ -587,7 +517,7 @@ void tst_MainWindowForm::formOnAPlainWindow()
              QDialogButtonBox(QDialogButtonBox::Apply).button(QDialogButtonBox::Apply)->text());
 }
 
-void tst_MainWindowForm::formKeepsAnObjectName()
+void tst_MainWindowForm::formKeepsTheNameOfANamedWindow()
 {
     QMainWindow window;
     window.setObjectName("another");
@@ -651,7 +581,7 @@ void tst_MainWindowForm::textsAreTranslatedInTheContextOfTheWindow()
         QVERIFY2(collector.asked.contains("MeshvaneMainWindow: " + text), qPrintable(text));
 }
 
-void tst_MainWindowForm::retranslatingPutsBackTheDefaultsAndLeavesTheRest()
+void tst_MainWindowForm::retranslatingRestoresTheDefaultsOnly()
 {
     QMainWindow window;
     Ui::MeshvaneMainWindow form;

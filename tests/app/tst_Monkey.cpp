@@ -1,5 +1,7 @@
-// Random clicks, keys, menu choices, runs, dialogs and sizes on the real window, from a fixed seed; after
-// each the form is what the model says, and everything else is in order. MESHVANE_MONKEY_STEPS says how many.
+// Random clicks, keys, menu commands, runs, dialogs and sizes on the real window, from a fixed seed. After
+// each step the form must agree with the model and the rest of the window be in order. MESHVANE_MONKEY_STEPS
+// sets the number of steps.
+#include "tests/app/Dice.h"
 #include "tests/app/InterlockModel.h"
 #include "tests/app/SmallMesh.h"
 #include "tests/app/WindowUnderTest.h"
@@ -13,7 +15,6 @@
 #include <QtTest>
 
 #include <cstdio>
-#include <random>
 
 namespace {
 
@@ -22,8 +23,8 @@ const QStringList freeTexts{"", "5", "-5", "abc", " ", "1e400"};
 const QStringList inputTexts{"", "in.stl", "out.stl", "/no/such/folder/x.stl", "missing.stl", "."};
 const QStringList outputTexts{"", "out.stl", "/no/such/folder/x.stl", "missing.stl", "/dev/full", "."};
 
-// These three are free of interlocks.
-bool isPlainField(const QString &name) { return name.startsWith("edtFile"); }
+// The file fields take no part in the interlocks.
+bool isFileField(const QString &name) { return name.startsWith("edtFile"); }
 
 class Monkey {
 public:
@@ -33,7 +34,7 @@ public:
         m_window.window.show();
     }
 
-    // Returns what is out of order, with the deed that did it; empty if nothing is.
+    // Returns what is out of order after the step, and the step; empty if all is in order.
     QString step();
 
     int viewers() const { return m_viewers; }
@@ -50,35 +51,28 @@ private:
     void viewTheLog();
     void closeAViewer();
     void resize();
-    void clickNowhere();
+    void clickAnInertPlace();
     void about();
     void reset();
     void closeAndReopen();
     void toggleWithTheSpaceBar();
 
     QString disorder() const;
-    void note(QStringList &found, bool holds, const QString &what) const
-    {
-        if (!holds)
-            found << what;
-    }
     void syncModelText(const QString &field);
     QString anyEnabled(const QStringList &names);
-    int below(int n) { return static_cast<int>(m_random() % static_cast<unsigned>(n)); }
-    QString oneOf(const QStringList &choices) { return choices.at(below(choices.size())); }
     QString textFor(const QString &field);
 
     const WorkingFolder &m_folder;
     WindowUnderTest m_window;
     InterlockModel m_model;
     MessageBoxRecorder m_boxes;
-    std::mt19937 m_random{8128};
-    QString m_deed;
-    QString m_fault; // of a deed itself
+    Dice m_dice{8128};
+    QString m_step;
+    QString m_fault; // found by the step itself
     int m_viewers = 0;
     int m_runs = 0;
     int m_successes = 0;
-    int m_refusalsBefore = 0; // of the model
+    int m_refusalsBefore = 0; // of the model, before the step
 };
 
 QString Monkey::step()
@@ -86,31 +80,38 @@ QString Monkey::step()
     const struct {
         int weight;
         void (Monkey::*act)();
-    } deeds[] = {
-        {30, &Monkey::clickABox},   {10, &Monkey::toggleWithTheSpaceBar},
-        {15, &Monkey::enterAText},  {10, &Monkey::typeIntoAField},
-        {8, &Monkey::pressAKey},    {8, &Monkey::run},
-        {3, &Monkey::browse},       {2, &Monkey::viewTheLog},
-        {2, &Monkey::closeAViewer}, {4, &Monkey::resize},
-        {4, &Monkey::clickNowhere}, {1, &Monkey::about},
-        {2, &Monkey::reset},        {1, &Monkey::closeAndReopen},
+    } actions[] = {
+        {30, &Monkey::clickABox},
+        {10, &Monkey::toggleWithTheSpaceBar},
+        {15, &Monkey::enterAText},
+        {10, &Monkey::typeIntoAField},
+        {8, &Monkey::pressAKey},
+        {8, &Monkey::run},
+        {3, &Monkey::browse},
+        {2, &Monkey::viewTheLog},
+        {2, &Monkey::closeAViewer},
+        {4, &Monkey::resize},
+        {4, &Monkey::clickAnInertPlace},
+        {1, &Monkey::about},
+        {2, &Monkey::reset},
+        {1, &Monkey::closeAndReopen},
     };
     int all = 0;
-    for (const auto &deed : deeds)
-        all += deed.weight;
-    int choice = below(all);
-    for (const auto &deed : deeds) {
-        choice -= deed.weight;
+    for (const auto &action : actions)
+        all += action.weight;
+    int choice = m_dice.below(all);
+    for (const auto &action : actions) {
+        choice -= action.weight;
         if (choice < 0) {
             m_boxes.clear();
             m_refusalsBefore = m_model.messages().size();
-            (this->*deed.act)();
+            (this->*action.act)();
             break;
         }
     }
     QCoreApplication::processEvents();
     const QString found = disorder();
-    return found.isEmpty() ? QString() : m_deed + ": " + found;
+    return found.isEmpty() ? QString() : m_step + ": " + found;
 }
 
 QString Monkey::anyEnabled(const QStringList &names)
@@ -120,13 +121,13 @@ QString Monkey::anyEnabled(const QStringList &names)
         if (m_window.isEnabled(name))
             enabled << name;
     }
-    return oneOf(enabled);
+    return m_dice.oneOf(enabled);
 }
 
 void Monkey::clickABox()
 {
     const QString name = anyEnabled(boxNames());
-    m_deed = "click " + name;
+    m_step = "click " + name;
     m_model.setTicked(name, !m_model.boxes()[name].ticked);
     QCheckBox *box = m_window.box(name);
     QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
@@ -135,23 +136,23 @@ void Monkey::clickABox()
 void Monkey::toggleWithTheSpaceBar()
 {
     const QString name = anyEnabled(boxNames());
-    m_deed = "space on " + name;
+    m_step = "space on " + name;
     m_model.setTicked(name, !m_model.boxes()[name].ticked);
     QTest::keyClick(m_window.box(name), Qt::Key_Space);
 }
 
 QString Monkey::textFor(const QString &field)
 {
-    if (isPlainField(field))
-        return oneOf(field == "edtFileIn" ? inputTexts : outputTexts);
+    if (isFileField(field))
+        return m_dice.oneOf(field == "edtFileIn" ? inputTexts : outputTexts);
     if (field.endsWith("Scale"))
-        return oneOf(scaleTexts);
-    return field.contains("Offs") ? oneOf(knownOffsetTexts().keys()) : oneOf(freeTexts);
+        return m_dice.oneOf(scaleTexts);
+    return field.contains("Offs") ? m_dice.oneOf(knownOffsetTexts().keys()) : m_dice.oneOf(freeTexts);
 }
 
 void Monkey::syncModelText(const QString &field)
 {
-    if (!isPlainField(field))
+    if (!isFileField(field))
         m_model.setText(field, m_window.text(field));
 }
 
@@ -159,7 +160,7 @@ void Monkey::enterAText()
 {
     const QString name = anyEnabled(fieldNames());
     const QString text = textFor(name);
-    m_deed = "enter \"" + text + "\" into " + name;
+    m_step = "enter \"" + text + "\" into " + name;
     m_window.enter(name, text);
     syncModelText(name);
 }
@@ -168,7 +169,7 @@ void Monkey::typeIntoAField()
 {
     const QString name = anyEnabled(fieldNames());
     const QString text = textFor(name);
-    m_deed = "type \"" + text + "\" into " + name;
+    m_step = "type \"" + text + "\" into " + name;
     QLineEdit *field = m_window.field(name);
     field->selectAll();
     QTest::keyClick(field, Qt::Key_Delete);
@@ -176,7 +177,7 @@ void Monkey::typeIntoAField()
     for (const QChar key : text) {
         QTest::keyClick(field, key.toLatin1());
         if (name.contains("Scale"))
-            syncModelText(name); // each letter is an edit
+            syncModelText(name); // each key is an edit
     }
     syncModelText(name);
     QTest::keyClick(field, Qt::Key_Tab);
@@ -186,8 +187,8 @@ void Monkey::pressAKey()
 {
     const Qt::Key keys[] = {Qt::Key_Tab,      Qt::Key_Backtab, Qt::Key_F1,
                             Qt::Key_PageDown, Qt::Key_End,     Qt::Key_Shift};
-    const Qt::Key key = keys[below(6)];
-    m_deed = "key " + QString::number(key);
+    const Qt::Key key = keys[m_dice.below(6)];
+    m_step = "key " + QString::number(key);
     QWidget *focus = m_window.window.focusWidget();
     QTest::keyClick(focus ? focus : &m_window.window, key);
 }
@@ -195,13 +196,13 @@ void Monkey::pressAKey()
 void Monkey::run()
 {
     ++m_runs;
-    // What exists ends no process: folders and devices are told in boxes.
-    if (below(2) == 0)
-        m_window.enterFiles("in.stl", oneOf({"out.stl", "/dev/full"}));
-    m_deed = "run from " + m_window.text("edtFileIn") + " to " + m_window.text("edtFileOut");
+    // No existing input ends the process, and problems with folders and devices are shown in boxes.
+    if (m_dice.below(2) == 0)
+        m_window.enterFiles("in.stl", m_dice.oneOf({"out.stl", "/dev/full"}));
+    m_step = "run from " + m_window.text("edtFileIn") + " to " + m_window.text("edtFileOut");
     m_folder.write("in.stl", triangleInput());
     m_window.window.statusBar()->clearMessage();
-    if (below(2) == 0)
+    if (m_dice.below(2) == 0)
         m_window.run();
     else
         m_window.action("fileRunAction")->trigger();
@@ -211,15 +212,15 @@ void Monkey::run()
 
 void Monkey::browse()
 {
-    m_deed = "browse";
+    m_step = "browse";
     const QStringList buttons{"btnBrowseIn", "btnBrowseOut"};
     const FileDialogDriver cancel("");
     const QString in = m_window.text("edtFileIn");
     const QString out = m_window.text("edtFileOut");
-    if (below(3) == 0)
+    if (m_dice.below(3) == 0)
         m_window.action("fileOpenAction")->trigger();
     else
-        m_window.button(oneOf(buttons))->click();
+        m_window.button(m_dice.oneOf(buttons))->click();
     if (m_window.text("edtFileIn") != in || m_window.text("edtFileOut") != out ||
         cancel.dialogs().size() != 1)
         m_fault = "a cancelled dialog has changed a name";
@@ -227,8 +228,8 @@ void Monkey::browse()
 
 void Monkey::viewTheLog()
 {
-    m_deed = "view log";
-    if (below(2) == 0)
+    m_step = "view log";
+    if (m_dice.below(2) == 0)
         m_window.button("btnViewLog")->click();
     else
         m_window.action("fileViewLogAction")->trigger();
@@ -238,7 +239,7 @@ void Monkey::viewTheLog()
 
 void Monkey::closeAViewer()
 {
-    m_deed = "close a viewer";
+    m_step = "close a viewer";
     for (QDialog *viewer : m_window.viewers()) {
         if (viewer->isVisible()) {
             viewer->findChild<QPushButton *>("btnExit")->click();
@@ -249,33 +250,34 @@ void Monkey::closeAViewer()
 
 void Monkey::resize()
 {
-    const QSize size(below(1600), below(1200));
-    m_deed = QString("resize to %1 x %2").arg(size.width()).arg(size.height());
+    const QSize size(m_dice.below(1600), m_dice.below(1200));
+    m_step = QString("resize to %1 x %2").arg(size.width()).arg(size.height());
     m_window.window.resize(size);
 }
 
-// On a label, a frame or the empty ground.
-void Monkey::clickNowhere()
+// A label, a group box or the background.
+void Monkey::clickAnInertPlace()
 {
-    const QPoint at(below(m_window.window.width()), below(m_window.window.height()));
-    m_deed = QString("click at %1, %2").arg(at.x()).arg(at.y());
+    const QPoint at(m_dice.below(m_window.window.width()), m_dice.below(m_window.window.height()));
+    m_step = QString("click at %1, %2").arg(at.x()).arg(at.y());
     QWidget *hit = m_window.window.childAt(at);
     const bool inert = !hit || qobject_cast<QLabel *>(hit) || hit->objectName().startsWith("grp");
     if (inert)
-        QTest::mouseClick(hit ? hit : &m_window.window, below(2) == 0 ? Qt::LeftButton : Qt::MiddleButton);
+        QTest::mouseClick(hit ? hit : &m_window.window,
+                          m_dice.below(2) == 0 ? Qt::LeftButton : Qt::MiddleButton);
 }
 
 void Monkey::about()
 {
-    m_deed = "about";
+    m_step = "about";
     m_window.action("actionAbout_Meshvane")->trigger();
 }
 
 void Monkey::reset()
 {
-    m_deed = "reset";
+    m_step = "reset";
     m_model.reset();
-    if (below(2) == 0)
+    if (m_dice.below(2) == 0)
         m_window.reset();
     else
         m_window.action("fileResetAction")->trigger();
@@ -283,8 +285,8 @@ void Monkey::reset()
 
 void Monkey::closeAndReopen()
 {
-    m_deed = "close";
-    if (below(2) == 0)
+    m_step = "close";
+    if (m_dice.below(2) == 0)
         m_window.standardButton(QDialogButtonBox::Close)->click();
     else
         m_window.action("fileExitAction")->trigger();
@@ -295,28 +297,25 @@ void Monkey::closeAndReopen()
 
 QString Monkey::disorder() const
 {
-    QStringList found;
-    for (auto box = m_model.boxes().begin(); box != m_model.boxes().end(); ++box)
-        note(found,
-             m_window.isTicked(box.key()) == box->ticked && m_window.isEnabled(box.key()) == box->enabled,
-             box.key());
-    for (auto field = m_model.fields().begin(); field != m_model.fields().end(); ++field)
-        note(found,
-             m_window.text(field.key()) == field->text && m_window.isEnabled(field.key()) == field->enabled,
-             field.key());
-    for (const QString &name : {QString("edtFileIn"), QString("edtFileOut"), QString("btnViewLog")})
-        note(found, m_window.isEnabled(name), name + " is disabled");
-    note(found, m_fault.isEmpty(), m_fault);
-    note(found, m_window.window.isVisible(), "the window is gone");
-    note(found, !QApplication::activeModalWidget() && !QApplication::activePopupWidget(), "a dialog stays");
-    note(found, m_window.viewers().size() == m_viewers, "viewers");
-    note(found, m_folder.read("in.stl") == triangleInput(), "the input has changed");
-    if (m_deed.startsWith("run"))
-        note(found, m_window.statusText().isEmpty() != m_boxes.boxes().isEmpty(),
-             "a run either succeeds or says why not");
-    else if (!m_deed.startsWith("about") && !m_deed.startsWith("view log"))
-        note(found, m_boxes.texts() == m_model.messages().mid(m_refusalsBefore),
-             "boxes: " + m_boxes.texts().join('|'));
+    QStringList found = differences(m_model, m_window);
+    const auto require = [&found](bool holds, const QString &otherwise) {
+        if (!holds)
+            found << otherwise;
+    };
+    for (const QString name : {"edtFileIn", "edtFileOut", "btnViewLog"})
+        require(m_window.isEnabled(name), name + " is disabled");
+    require(m_fault.isEmpty(), m_fault);
+    require(m_window.window.isVisible(), "the window has disappeared");
+    require(!QApplication::activeModalWidget() && !QApplication::activePopupWidget(),
+            "a dialog is still open");
+    require(m_window.viewers().size() == m_viewers, "wrong number of viewers");
+    require(m_folder.read("in.stl") == triangleInput(), "the input has changed");
+    if (m_step.startsWith("run"))
+        require(m_window.statusText().isEmpty() != m_boxes.boxes().isEmpty(),
+                "a run must either succeed or show a message");
+    else if (!m_step.startsWith("about") && !m_step.startsWith("view log"))
+        require(m_boxes.texts() == m_model.messages().mid(m_refusalsBefore),
+                "boxes: " + m_boxes.texts().join('|'));
     return found.join("; ");
 }
 

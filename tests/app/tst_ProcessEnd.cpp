@@ -1,7 +1,8 @@
-// The program as a process: how it starts, and how input that it cannot read ends it.
+// The program as a process: its start, and its end when it cannot read its input.
 #include "tests/app/SmallMesh.h"
 #include "tests/support/MeshFiles.h"
 #include "tests/support/qt/QtTestMain.h"
+#include "tests/support/qt/TestRows.h"
 #include "tests/support/qt/WorkingFolder.h"
 
 #include <QProcess>
@@ -13,13 +14,14 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
 struct Outcome {
     QProcess::ExitStatus end = QProcess::CrashExit;
     int status = -1;
-    QStringList said; // on standard output, one line each
+    QStringList said; // lines of standard output
     QByteArray standardError;
 
     QString value(const QString &what) const
@@ -61,7 +63,7 @@ QStringList files(const QString &input, const QString &output)
     return {"edtFileIn=" + input, "edtFileOut=" + output};
 }
 
-// A name that exists and that no process can open as a file.
+// Exists, but cannot be opened as a file.
 void makeSocket(const QString &name)
 {
     sockaddr_un address{};
@@ -73,8 +75,8 @@ void makeSocket(const QString &name)
     close(descriptor);
 }
 
-// What perror writes.
-QByteArray diedOf(const QByteArray &what, int error)
+// As perror writes it.
+QByteArray perrorText(const QByteArray &what, int error)
 {
     return what + ": " + QByteArray(std::strerror(error)) + '\n';
 }
@@ -83,6 +85,32 @@ QByteArray binaryMesh(int facets)
 {
     return QByteArray::fromStdString(binaryStl("made by hand", differentFacets(facets)));
 }
+
+struct SizeCase {
+    const char *name;
+    QString file;
+    QByteArray content;
+};
+
+const std::vector<SizeCase> &sizeCases()
+{
+    static const std::vector<SizeCase> all{
+        {"three facets", "three.stl", binaryMesh(3)},
+        {"one byte too many", "more.stl", binaryMesh(5) + "x"},
+        {"one byte too few", "less.stl", binaryMesh(5).chopped(1)},
+        {"name outside ASCII", QStringLiteral(u"gr\u00f6\u00dfe \u03a9.stl"), binaryMesh(2)},
+    };
+    return all;
+}
+
+const struct {
+    const char *name;
+    const char *scale;
+    const char *box;
+} localeCases[] = {
+    {"decimal point", "1.5", "(not said)"},
+    {"decimal comma", "1,5", "<b>X Scale</b> field can only contain a number value.<br>"},
+};
 
 } // namespace
 
@@ -95,21 +123,21 @@ private slots:
     void cleanup() { m_folder.reset(); }
 
     void startUp();
-    void refusedLocaleIsOnlyMentioned();
+    void refusedLocaleIsADebugMessage();
     void closingTheWindowEndsTheProgram();
-    void exitCodeIsThatOfTheEventLoop();
+    void exitStatusIsThatOfTheEventLoop();
     void refusedFormDoesNotEndTheProgram();
 
     void inputThatCannotBeOpened();
-    void wrongSize_data();
-    void wrongSize();
+    void inputOfTheWrongSize_data() { addRows(sizeCases()); }
+    void inputOfTheWrongSize();
     void smallestBinaryFileIsRead();
-    void wrongCountIsOnlyWarnedOf();
-    void temporaryFileThatCannotBeMade();
-    void deathTouchesNeitherOutputNorLog();
+    void wrongFacetCountIsAWarning();
+    void temporaryFileThatCannotBeCreated();
+    void endOfTheProcessLeavesOutputAndLogAlone();
 
-    void commaLocale_data();
-    void commaLocale();
+    void localeWithADecimalComma_data() { addRows(localeCases); }
+    void localeWithADecimalComma();
 
 private:
     std::unique_ptr<WorkingFolder> m_localeFolder;
@@ -154,7 +182,7 @@ void tst_ProcessEnd::startUp()
     QCOMPARE(m_folder->read("out.stl"), triangleOutput(untouchedCorners()));
 }
 
-void tst_ProcessEnd::refusedLocaleIsOnlyMentioned()
+void tst_ProcessEnd::refusedLocaleIsADebugMessage()
 {
     const Outcome outcome = runProgram(MESHVANE_RUN_WINDOW_WITHOUT_LOCALE, files("in.stl", "out.stl"));
     QCOMPARE(outcome.value("first C locale"), QString("all"));
@@ -171,7 +199,7 @@ void tst_ProcessEnd::closingTheWindowEndsTheProgram()
     QCOMPARE(outcome.value("window gone"), QString("before the application"));
 }
 
-void tst_ProcessEnd::exitCodeIsThatOfTheEventLoop()
+void tst_ProcessEnd::exitStatusIsThatOfTheEventLoop()
 {
     const Outcome outcome = runWindow({"end with 7"});
     QCOMPARE(outcome.end, QProcess::NormalExit);
@@ -192,32 +220,20 @@ void tst_ProcessEnd::inputThatCannotBeOpened()
     const Outcome outcome = runWindow(files("socket.stl", "out.stl"));
     QCOMPARE(outcome.end, QProcess::NormalExit);
     QCOMPARE(outcome.status, 1);
-    QCOMPARE(outcome.standardError, diedOf("stl_initialize: Couldn't open socket.stl for reading", ENXIO));
+    QCOMPARE(outcome.standardError,
+             perrorText("stl_initialize: Couldn't open socket.stl for reading", ENXIO));
     QCOMPARE(outcome.value("box"), QString("(not said)"));
     QCOMPARE(m_folder->entries(), QStringList({"in.stl", "socket.stl"}));
 }
 
-void tst_ProcessEnd::wrongSize_data()
+void tst_ProcessEnd::inputOfTheWrongSize()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("three facets") << "three.stl" << binaryMesh(3);
-    QTest::newRow("one byte too many") << "more.stl" << binaryMesh(5) + "x";
-    QTest::newRow("one byte too few") << "less.stl" << binaryMesh(5).chopped(1);
-    QTest::newRow("name outside ASCII") << QString::fromUtf8("gr\xc3\xb6\xc3\x9f"
-                                                             "e \xce\xa9.stl")
-                                        << binaryMesh(2);
-}
-
-void tst_ProcessEnd::wrongSize()
-{
-    QFETCH(QString, name);
-    QFETCH(QByteArray, content);
-    m_folder->write(name, content);
-    const Outcome outcome = runWindow(files(name, "out.stl"));
+    const auto &[name, file, content] = currentRow(sizeCases());
+    m_folder->write(file, content);
+    const Outcome outcome = runWindow(files(file, "out.stl"));
     QCOMPARE(outcome.end, QProcess::NormalExit);
     QCOMPARE(outcome.status, 1);
-    QCOMPARE(outcome.standardError, "The file " + name.toUtf8() + " has the wrong size.\n");
+    QCOMPARE(outcome.standardError, "The file " + file.toUtf8() + " has the wrong size.\n");
     QVERIFY(!m_folder->has("out.stl"));
     QVERIFY(!m_folder->has("_tmp_stl_"));
     QVERIFY(!m_folder->has("meshvane.log"));
@@ -235,7 +251,7 @@ void tst_ProcessEnd::smallestBinaryFileIsRead()
     QCOMPARE(m_folder->read("out.stl").count("  facet normal"), 4);
 }
 
-void tst_ProcessEnd::wrongCountIsOnlyWarnedOf()
+void tst_ProcessEnd::wrongFacetCountIsAWarning()
 {
     m_folder->write("count.stl", QByteArray::fromStdString(binaryStl("made by hand", 0, differentFacets(4))));
     const Outcome outcome = runWindow(files("count.stl", "out.stl"));
@@ -245,18 +261,19 @@ void tst_ProcessEnd::wrongCountIsOnlyWarnedOf()
     QCOMPARE(outcome.value("status"), statusAfterRun("out.stl"));
 }
 
-void tst_ProcessEnd::temporaryFileThatCannotBeMade()
+void tst_ProcessEnd::temporaryFileThatCannotBeCreated()
 {
     m_folder->makeFolder("_tmp_stl_");
     const Outcome outcome = runWindow(files("in.stl", "out.stl"));
     QCOMPARE(outcome.end, QProcess::NormalExit);
     QCOMPARE(outcome.status, 1);
-    QCOMPARE(outcome.standardError, diedOf("stl_write_ascii: Couldn't open _tmp_stl_ for writing", EISDIR));
+    QCOMPARE(outcome.standardError,
+             perrorText("stl_write_ascii: Couldn't open _tmp_stl_ for writing", EISDIR));
     QCOMPARE(outcome.value("box"), QString("(not said)"));
     QCOMPARE(m_folder->entries(), QStringList({"_tmp_stl_", "in.stl"}));
 }
 
-void tst_ProcessEnd::deathTouchesNeitherOutputNorLog()
+void tst_ProcessEnd::endOfTheProcessLeavesOutputAndLogAlone()
 {
     m_folder->write("three.stl", binaryMesh(3));
     m_folder->write("out.stl", "old output");
@@ -266,24 +283,14 @@ void tst_ProcessEnd::deathTouchesNeitherOutputNorLog()
     QCOMPARE(m_folder->read("meshvane.log"), QByteArray("old log"));
 }
 
-void tst_ProcessEnd::commaLocale_data()
+void tst_ProcessEnd::localeWithADecimalComma()
 {
-    QTest::addColumn<QString>("scale");
-    QTest::addColumn<QString>("box");
-    QTest::newRow("point") << "1.5"
-                           << "(not said)";
-    QTest::newRow("comma") << "1,5"
-                           << "<b>X Scale</b> field can only contain a number value.<br>";
-}
-
-// One and a half is one and a half on a system that writes it with a comma.
-void tst_ProcessEnd::commaLocale()
-{
-    QFETCH(QString, scale);
-    QFETCH(QString, box);
+    const auto &row = currentRow(localeCases);
+    const QString box = row.box;
     m_folder->write("in.stl", triangleInput().replace("vertex 1 2 3", "vertex 0.5 2 3"));
-    const Outcome outcome = runWindow(files("in.stl", "out.stl") << "edtXScale=" + scale << "edtYOffsA=0.25",
-                                      {{"LC_ALL", "de_DE.UTF-8"}, {"LOCPATH", m_localeFolder->path()}});
+    const Outcome outcome =
+        runWindow(files("in.stl", "out.stl") << QString("edtXScale=") + row.scale << "edtYOffsA=0.25",
+                  {{"LC_ALL", "de_DE.UTF-8"}, {"LOCPATH", m_localeFolder->path()}});
     QCOMPARE(outcome.value("decimal point at first"), QString(","));
     QCOMPARE(outcome.value("decimal point"), QString("."));
     QCOMPARE(outcome.value("Qt locale"), QString("C"));

@@ -1,4 +1,4 @@
-// Uses the window from outside: it must come with its icons and without our rules for our own code.
+// Uses the window in an outside project: its icons must be there, and our compiler warnings must not be.
 #include "app/MeshvaneMainWindow.h"
 
 #include <QApplication>
@@ -11,7 +11,7 @@
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
-    const int careless = 3.7; // would not compile under the warnings of our own code
+    const int careless = 3.7; // an error under our own warnings
     MeshvaneMainWindow window;
     window.show();
     int missing = careless - 3;

@@ -49,7 +49,7 @@ void FileDialogDriver::answer(QFileDialog &dialog)
     }
     nameField->setText(m_name);
     QMetaObject::invokeMethod(&dialog, "accept");
-    // A refused name would leave the dialog, and the test, waiting for ever.
+    // A dialog that refuses the name would wait forever.
     if (dialog.isVisible())
         dialog.reject();
 }

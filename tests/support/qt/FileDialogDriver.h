@@ -1,5 +1,5 @@
-// Answers every file dialog while it lives: enters a name and accepts, or cancels. Remembers what was asked.
-// A file dialog's own question (replace the file?) is left to a MessageBoxRecorder.
+// While it exists, answers every file dialog by entering a name or by cancelling, and records the dialogs. A
+// dialog's own question (replace the file?) is left to a MessageBoxRecorder.
 #pragma once
 
 #include <QFileDialog>

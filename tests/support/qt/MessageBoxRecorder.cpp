@@ -6,6 +6,18 @@
 #include <QPointer>
 #include <QTimer>
 
+namespace {
+
+// Critical, modal, without parent, with one OK button.
+bool isErrorNotification(const ShownBox &box)
+{
+    return box.title == "Error notification" && box.icon == QMessageBox::Critical && box.parent == nullptr &&
+           box.buttons == QMessageBox::Ok && box.buttonCount == 1 && box.modal &&
+           box.informativeText.isEmpty();
+}
+
+} // namespace
+
 MessageBoxRecorder::MessageBoxRecorder() { qApp->installEventFilter(this); }
 
 MessageBoxRecorder::~MessageBoxRecorder() { qApp->removeEventFilter(this); }
@@ -14,7 +26,7 @@ QStringList MessageBoxRecorder::texts() const
 {
     QStringList result;
     for (const ShownBox &box : m_boxes)
-        result << box.text;
+        result << (isErrorNotification(box) ? box.text : '[' + box.title + "] " + box.text);
     return result;
 }
 
@@ -22,7 +34,7 @@ bool MessageBoxRecorder::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Show) {
         if (QPointer<QMessageBox> box = qobject_cast<QMessageBox *>(watched)) {
-            // The box's own event loop starts after it is shown.
+            // The box starts its event loop after it is shown.
             QTimer::singleShot(0, this, [this, box] {
                 if (box)
                     answer(*box);
@@ -50,11 +62,4 @@ void MessageBoxRecorder::answer(QMessageBox &box)
         yes->click();
     else
         box.buttons().constFirst()->click();
-}
-
-bool isErrorNotification(const ShownBox &box)
-{
-    return box.title == "Error notification" && box.icon == QMessageBox::Critical && box.parent == nullptr &&
-           box.buttons == QMessageBox::Ok && box.buttonCount == 1 && box.modal &&
-           box.informativeText.isEmpty();
 }

@@ -1,4 +1,4 @@
-// Answers every message box while it lives and remembers what the user would have seen.
+// While it exists, answers every message box and records what its user would have seen.
 #pragma once
 
 #include <QList>
@@ -26,10 +26,11 @@ public:
     ~MessageBoxRecorder() override;
 
     const QList<ShownBox> &boxes() const { return m_boxes; }
+    // A box that is not the standard error notification has its title in front: "[About] text".
     QStringList texts() const;
     void clear() { m_boxes.clear(); }
 
-    // Runs while a box stands, before it is answered.
+    // Called while a box is shown, before it is answered.
     void whenShown(std::function<void(const ShownBox &)> action) { m_action = std::move(action); }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -40,6 +41,3 @@ private:
     QList<ShownBox> m_boxes;
     std::function<void(const ShownBox &)> m_action;
 };
-
-// The box that every failure but one uses: critical, over no window, one OK button.
-bool isErrorNotification(const ShownBox &box);

@@ -1,8 +1,8 @@
-// Reaches a private member that a class shows in no other way, without a door for tests in the class.
+// Gives a test access to a private member of a class that makes no provision for tests.
 //
-// Legal: the language does not check access to the names in an explicit instantiation, so a template may be
-// given the address of a private member there, and a friend of the template hands that address out. Tag and
-// friend must lie in the same namespace, the global one:
+// This is legal: names in an explicit instantiation are not checked for access, so it can pass the address of
+// a private member to a template, and a friend of the template returns that address. The tag and its friend
+// must be declared in the global namespace:
 //
 //     struct Count {
 //         using Pointer = int Shelf::*;

@@ -9,8 +9,7 @@
 
 int runQtTest(int argc, char **argv, const std::function<QObject *()> &makeTest)
 {
-    // File dialogs write the folders visited last to a settings file, and Qt makes a folder for run-time
-    // files.
+    // File dialogs save the latest folders in a settings file, and Qt creates a folder for run-time files.
     const QTemporaryDir home;
     qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
     qputenv("XDG_RUNTIME_DIR", home.path().toLocal8Bit());

@@ -1,5 +1,5 @@
-// A main for tests of widgets that does not depend on how the test is started: no display, UTF-8 file names,
-// Qt's own dialogs, and no settings file left in the home folder.
+// A main function for tests of widgets that does not depend on how the test is started: no display, UTF-8
+// file names, Qt's own dialogs, and no settings file in the home folder.
 #pragma once
 
 #include <QObject>

@@ -1,4 +1,4 @@
-// A temporary folder to work in, spoken to with Qt's strings.
+// A temporary working folder with an interface of Qt strings.
 #pragma once
 
 #include "tests/support/TemporaryFolder.h"

@@ -1,0 +1,20 @@
+// Random choices that are the same in every run of a test.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <random>
+
+class Dice {
+public:
+    explicit Dice(unsigned seed)
+        : m_generator(seed)
+    {}
+    int below(int count) { return int(m_generator() % unsigned(count)); }
+    bool oneIn(int count) { return below(count) == 0; }
+    QString oneOf(const QStringList &choices) { return choices.at(below(choices.size())); }
+
+private:
+    std::mt19937 m_generator;
+};
