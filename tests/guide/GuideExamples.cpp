@@ -29,13 +29,13 @@ QVector<GuideBlock> blocksIn(const QString &guide)
 
 QVector<GuideExample> examplesIn(const QString &guide)
 {
-    static const QStringList outcomeKinds{"mesh", "file", "log", "box"};
+    static const QStringList resultKinds{"mesh", "file", "log", "box"};
     QVector<GuideExample> examples;
     for (const GuideBlock &block : blocksIn(guide)) {
         if (block.kind == "form")
             examples << GuideExample{block, {}};
-        else if (outcomeKinds.contains(block.kind) && !examples.isEmpty())
-            examples.last().outcomes << block;
+        else if (resultKinds.contains(block.kind) && !examples.isEmpty())
+            examples.last().results << block;
     }
     return examples;
 }

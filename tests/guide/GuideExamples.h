@@ -1,5 +1,5 @@
-// Takes the worked examples out of the guide. An example is a fenced block that says what to fill in,
-// followed by blocks that say what comes of it.
+// Reads the worked examples from the guide. An example is a fenced block with the entries of the form,
+// followed by blocks with the expected results.
 #pragma once
 
 #include <QString>
@@ -7,16 +7,16 @@
 #include <QVector>
 
 struct GuideBlock {
-    QString kind;     // the first word behind the fence: form, mesh, file, log or box
-    QString argument; // the rest: a file name, or nothing
+    QString kind;     // the first word after the fence: form, mesh, file, log or box
+    QString argument; // the other words: a file name, or nothing
     QStringList lines;
     int lineNumber = 0; // of the opening fence
 };
 
 struct GuideExample {
     GuideBlock form;
-    QVector<GuideBlock> outcomes;
+    QVector<GuideBlock> results;
 };
 
-// Blocks of other kinds are no examples and are left out.
+// Blocks of other kinds are left out.
 QVector<GuideExample> examplesIn(const QString &guide);

@@ -1,9 +1,7 @@
-// Does the guide's worked examples as a reader would, and compares what comes out with what the guide says.
-#include "tests/app/WindowUnderTest.h"
+// Carries out the worked examples of the guide as a reader would, and compares the results with the guide.
+#include "tests/app/WindowTest.h"
 #include "tests/guide/GuideExamples.h"
-#include "tests/support/qt/MessageBoxRecorder.h"
 #include "tests/support/qt/QtTestMain.h"
-#include "tests/support/qt/WorkingFolder.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,7 +10,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <memory>
 
 Q_DECLARE_METATYPE(GuideExample)
 
@@ -30,7 +27,7 @@ QByteArray contentOf(const QString &path)
 
 QString guide() { return QString::fromUtf8(contentOf(sourceFolder + "/docs/guide.md")); }
 
-// How the guide writes down where a mesh lies.
+// The extents of a mesh as the guide writes them.
 QStringList extentsOf(const QByteArray &mesh)
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -58,13 +55,10 @@ QStringList extentsOf(const QByteArray &mesh)
 
 } // namespace
 
-class tst_Guide : public QObject {
+class tst_Guide : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void hasExamplesOfEveryKind();
     void example_data();
     void example();
@@ -75,28 +69,8 @@ private:
     void fillIn(const QString &line);
     void enterByLabel(const QString &label, const QString &text);
     void tickByText(const QString &text);
-    void compare(const GuideBlock &outcome);
-
-    std::unique_ptr<WorkingFolder> m_folder;
-    std::unique_ptr<MessageBoxRecorder> m_boxes;
-    std::unique_ptr<WindowUnderTest> m;
+    void compare(const GuideBlock &result);
 };
-
-void tst_Guide::init()
-{
-    m_folder = std::make_unique<WorkingFolder>();
-    for (const QString &name : QDir(sourceFolder + "/examples").entryList({"*.stl"}))
-        m_folder->write(name, contentOf(sourceFolder + "/examples/" + name));
-    m_boxes = std::make_unique<MessageBoxRecorder>();
-    m = std::make_unique<WindowUnderTest>();
-}
-
-void tst_Guide::cleanup()
-{
-    m.reset();
-    m_boxes.reset();
-    m_folder.reset();
-}
 
 void tst_Guide::enterByLabel(const QString &label, const QString &text)
 {
@@ -104,7 +78,7 @@ void tst_Guide::enterByLabel(const QString &label, const QString &text)
         QLineEdit *field = m->field(name);
         if (field->accessibleName() != label)
             continue;
-        QVERIFY2(field->isEnabled(), qPrintable(label + " is switched off"));
+        QVERIFY2(field->isEnabled(), qPrintable(label + " is disabled"));
         field->setText(text);
         return;
     }
@@ -116,7 +90,7 @@ void tst_Guide::tickByText(const QString &text)
     for (const QString &name : boxNames()) {
         if (m->box(name)->text() != text)
             continue;
-        QVERIFY2(m->isEnabled(name), qPrintable(text + " is switched off"));
+        QVERIFY2(m->isEnabled(name), qPrintable(text + " is disabled"));
         m->tick(name);
         return;
     }
@@ -135,20 +109,20 @@ void tst_Guide::fillIn(const QString &line)
         enterByLabel(label, line.section(": ", 1));
 }
 
-void tst_Guide::compare(const GuideBlock &outcome)
+void tst_Guide::compare(const GuideBlock &result)
 {
-    if (outcome.kind == "box") {
-        QCOMPARE(m_boxes->texts(), QStringList(outcome.lines.join('\n')));
+    if (result.kind == "box") {
+        QCOMPARE(m_boxes->texts(), QStringList(result.lines.join('\n')));
         return;
     }
     QCOMPARE(m_boxes->texts(), QStringList());
-    if (outcome.kind == "mesh") {
-        QCOMPARE(extentsOf(m_folder->read(outcome.argument)), outcome.lines);
-    } else if (outcome.kind == "file") {
-        QCOMPARE(QString::fromUtf8(m_folder->read(outcome.argument)).split('\n').mid(0, outcome.lines.size()),
-                 outcome.lines);
-    } else if (outcome.kind == "log") {
-        QCOMPARE(QString::fromUtf8(m_folder->read("meshvane.log")), outcome.lines.join('\n') + '\n');
+    if (result.kind == "mesh") {
+        QCOMPARE(extentsOf(m_folder->read(result.argument)), result.lines);
+    } else if (result.kind == "file") {
+        QCOMPARE(QString::fromUtf8(m_folder->read(result.argument)).split('\n').mid(0, result.lines.size()),
+                 result.lines);
+    } else if (result.kind == "log") {
+        QCOMPARE(QString::fromUtf8(m_folder->read("meshvane.log")), result.lines.join('\n') + '\n');
     }
 }
 
@@ -156,9 +130,9 @@ void tst_Guide::hasExamplesOfEveryKind()
 {
     QStringList kinds;
     for (const GuideExample &example : examplesIn(guide())) {
-        QVERIFY2(!example.outcomes.isEmpty(), qPrintable(QString::number(example.form.lineNumber)));
-        for (const GuideBlock &outcome : example.outcomes)
-            kinds << outcome.kind;
+        QVERIFY2(!example.results.isEmpty(), qPrintable(QString::number(example.form.lineNumber)));
+        for (const GuideBlock &result : example.results)
+            kinds << result.kind;
     }
     QCOMPARE(kinds.count("mesh"), 6);
     QCOMPARE(kinds.count("file"), 1);
@@ -176,12 +150,15 @@ void tst_Guide::example_data()
 void tst_Guide::example()
 {
     QFETCH(GuideExample, example);
+    const QDir meshes(sourceFolder + "/examples");
+    for (const QString &name : meshes.entryList({"*.stl"}))
+        m_folder->write(name, contentOf(meshes.filePath(name)));
     for (const QString &line : example.form.lines)
         fillIn(line);
-    if (example.outcomes.constFirst().kind != "box")
+    if (example.results.constFirst().kind != "box")
         m->run();
-    for (const GuideBlock &outcome : example.outcomes)
-        compare(outcome);
+    for (const GuideBlock &result : example.results)
+        compare(result);
 }
 
 void tst_Guide::picturesAreThere()
