@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Drives the real program on a virtual display with real keys and clicks:
 #   tst_RealWindow.sh program source-folder situation
-# The expected files in data/ were worked out by hand, not taken from the program.
+# The expected files in data/ were calculated by hand, not written by the program.
 set -euo pipefail
 
 program=$1
@@ -20,7 +20,7 @@ folder=$(mktemp -d)
 finish() {
     local status=$?
     if ((status != 0)) && [[ -n ${DISPLAY-} ]]; then
-        take_screenshot "$screenshot_of_failure" && echo "The screen at that moment: $screenshot_of_failure" >&2
+        take_screenshot "$screenshot_of_failure" && echo "Screenshot of the failure: $screenshot_of_failure" >&2
     fi
     stop_virtual_display
     rm -rf "$folder"
@@ -36,11 +36,11 @@ fail() {
 expect_same_bytes() {
     cmp "$1" "$2" || {
         diff "$1" "$2" >&2 || true
-        fail "$2 does not hold the bytes of $1"
+        fail "$2 differs from $1"
     }
 }
 
-# expect_run_result output log: both come as expected and the temporary file is gone.
+# expect_run_result output log: both files are as expected, and the temporary file is deleted.
 expect_run_result() {
     wait_until 20 files_are_same "$data/${2##*/}" meshvane.log || true
     expect_same_bytes "$data/$2" meshvane.log
@@ -50,13 +50,13 @@ expect_run_result() {
 
 files_are_same() { cmp --silent "$1" "$2"; }
 
-# expect_end status standard-error: the process is over with this status and has said just this.
+# expect_end status standard-error: the process has ended with this status and this whole standard error.
 expect_end() {
     local status=0
     wait_until 20 process_has_ended "$MESHVANE_PROCESS" || fail "the process did not end"
     wait "$MESHVANE_PROCESS" || status=$?
     ((status == $1)) || fail "the process ended with status $status instead of $1: $(<"$folder/standard-error")"
-    printf '%s' "$2" | cmp - "$folder/standard-error" || fail "said on standard error: $(<"$folder/standard-error")"
+    printf '%s' "$2" | cmp - "$folder/standard-error" || fail "unexpected standard error: $(<"$folder/standard-error")"
 }
 
 close_window() {
@@ -82,12 +82,12 @@ from_empty_form_to_output() {
     start_meshvane "$folder" "$program"
 
     click_on btnViewLog
-    wait_for_window 10 "$ERROR_BOX_TITLE" || fail "no box says that there is no log yet"
-    answer_box "$ERROR_BOX_TITLE" || fail "the box stays"
+    wait_for_window 10 "$ERROR_BOX_TITLE" || fail "no message that there is no log yet"
+    answer_box "$ERROR_BOX_TITLE" || fail "the box does not close"
 
     click_on Run
     wait_for_window 10 "$ERROR_BOX_TITLE" || fail "an empty form was not refused"
-    answer_box "$ERROR_BOX_TITLE" || fail "the box stays"
+    answer_box "$ERROR_BOX_TITLE" || fail "the box does not close"
     [[ ! -e meshvane.log ]] || fail "a refused run wrote a log"
 
     fill_in_scaling_run
@@ -122,7 +122,7 @@ wrongly_sized_file_ends_the_process() {
 comma_locale_changes_nothing() {
     localedef --inputfile=de_DE --charmap=UTF-8 "$folder/de_DE.UTF-8"
     local german=(env LOCPATH="$folder" LC_ALL=de_DE.UTF-8)
-    [[ $("${german[@]}" locale decimal_point) == , ]] || fail "the locale with the comma is not in force"
+    [[ $("${german[@]}" locale decimal_point) == , ]] || fail "the locale with the decimal comma is not active"
     start_meshvane "$folder" "${german[@]}" "$program"
     fill_in_scaling_run
     click_on Run
