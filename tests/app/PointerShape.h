@@ -4,7 +4,7 @@
 #include <QCursor>
 #include <QGuiApplication>
 
-// Every widget shows the pointer of its own.
+// Every widget shows its own pointer.
 constexpr int usualPointer = -1;
 
 inline int pointerShape()

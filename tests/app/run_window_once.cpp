@@ -26,7 +26,7 @@
 
 namespace {
 
-void say(const QString &what, const QString &value)
+void print(const QString &what, const QString &value)
 {
     std::puts(qPrintable(what + ": " + value.toUtf8().toPercentEncoding(" ,.:<>/_-\"'()%")));
     std::fflush(stdout);
@@ -35,12 +35,12 @@ void say(const QString &what, const QString &value)
 QString decimalPoint() { return localeconv()->decimal_point; }
 
 // Debug messages only; Qt warns about the display.
-void sayMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
+void printMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (type != QtDebugMsg)
         return;
     const bool bare = !context.file && context.line == 0 && !context.function;
-    say(bare ? "debug message without context" : "debug message", text);
+    print(bare ? "debug message without context" : "debug message", text);
 }
 
 MeshvaneMainWindow *theWindow()
@@ -61,22 +61,22 @@ QFont systemFontOfTenPoints()
     return font;
 }
 
-void sayInitialState(const MeshvaneMainWindow &window)
+void printInitialState(const MeshvaneMainWindow &window)
 {
-    say("visible", window.isVisible() ? "yes" : "no");
-    say("has parent", window.parent() ? "yes" : "no");
-    say("title", window.windowTitle());
-    say("locale of the window", window.locale().name());
-    say("has the size of its hint", window.size() == window.minimumSizeHint() ? "yes" : "no");
-    say("font but for its size",
-        QApplication::font() == systemFontOfTenPoints() ? "the system's" : "another");
-    say("font size", QString::number(QApplication::font().pointSize()));
-    say("font size of labels", QString::number(QApplication::font("QLabel").pointSize()));
-    say("font size of menus", QString::number(QApplication::font("QMenu").pointSize()));
-    say("C locale", std::setlocale(LC_ALL, nullptr) ? std::setlocale(LC_ALL, nullptr) : "(null)");
-    say("C++ locale", QString::fromStdString(std::locale().name()));
-    say("Qt locale", QLocale().name());
-    say("decimal point", decimalPoint());
+    print("visible", window.isVisible() ? "yes" : "no");
+    print("has parent", window.parent() ? "yes" : "no");
+    print("title", window.windowTitle());
+    print("locale of the window", window.locale().name());
+    print("has the size of its hint", window.size() == window.minimumSizeHint() ? "yes" : "no");
+    print("font apart from its size",
+          QApplication::font() == systemFontOfTenPoints() ? "the system's" : "another");
+    print("font size", QString::number(QApplication::font().pointSize()));
+    print("font size of labels", QString::number(QApplication::font("QLabel").pointSize()));
+    print("font size of menus", QString::number(QApplication::font("QMenu").pointSize()));
+    print("C locale", std::setlocale(LC_ALL, nullptr) ? std::setlocale(LC_ALL, nullptr) : "(null)");
+    print("C++ locale", QString::fromStdString(std::locale().name()));
+    print("Qt locale", QLocale().name());
+    print("decimal point", decimalPoint());
 }
 
 void enterArguments(const MeshvaneMainWindow &window)
@@ -94,28 +94,29 @@ void runOnce()
     MeshvaneMainWindow *window = theWindow();
     if (!window)
         std::exit(99);
-    QObject::connect(window, &QObject::destroyed,
-                     [] { say("window gone", qApp ? "before the application" : "after the application"); });
+    QObject::connect(window, &QObject::destroyed, [] {
+        print("window destroyed", qApp ? "before the application" : "after the application");
+    });
     if (QApplication::arguments().contains("end with 7")) {
         QApplication::exit(7);
         return;
     }
-    sayInitialState(*window);
+    printInitialState(*window);
     enterArguments(*window);
     MessageBoxRecorder boxes;
-    boxes.whenShown([](const ShownBox &box) { say("box", box.text); });
+    boxes.whenShown([](const ShownBox &box) { print("box", box.text); });
     window->findChild<QDialogButtonBox *>("buttonBox")->button(QDialogButtonBox::Apply)->click();
-    say("status", window->statusBar()->currentMessage());
+    print("status", window->statusBar()->currentMessage());
     window->close();
 }
 
 void driveTheApplication()
 {
-    qInstallMessageHandler(sayMessage);
-    say("decimal point at first", decimalPoint());
+    qInstallMessageHandler(printMessage);
+    print("initial decimal point", decimalPoint());
     // The locale has no name now, so a later "C" comes from the program.
     std::locale::global(std::locale(std::locale(), new std::numpunct<char>));
-    say("C++ locale at first", QString::fromStdString(std::locale().name()));
+    print("initial C++ locale", QString::fromStdString(std::locale().name()));
     QTimer::singleShot(0, qApp, runOnce);
 }
 Q_COREAPP_STARTUP_FUNCTION(driveTheApplication)

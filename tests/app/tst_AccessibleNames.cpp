@@ -7,7 +7,7 @@
 
 namespace {
 
-// What a screen reader is told about a widget.
+// What a screen reader receives about a widget.
 QString spoken(QAccessible::Text part, QObject *object)
 {
     QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(object);

@@ -1,4 +1,4 @@
-// The interlocks on the real window, because its connections make them run one another.
+// The interlocks on the real window, through whose connections they trigger one another.
 #include "app/FormInterlocks.h"
 #include "tests/app/InterlockModel.h"
 #include "tests/app/WindowTest.h"

@@ -1,4 +1,4 @@
-// The form alone, without the window's connections: only the reader gives its widgets a meaning.
+// The form without the window, so that no interlock changes what a test enters.
 #include "app/FormReader.h"
 #include "tests/app/FormNames.h"
 #include "tests/support/qt/QtTestMain.h"
@@ -66,7 +66,7 @@ QString exactText(double value)
     return text;
 }
 
-// Those that a new form does not have: flags by name, then numbers as "name=value".
+// The values that differ from those of a new form: flags by name, then numbers as "name=value".
 QStringList unusualValues(const Parameters &parameters)
 {
     QStringList result;
@@ -114,7 +114,7 @@ struct Complaint {
     QString message;
 };
 
-// What each axis refuses, then which of several complaints comes first.
+// The complaints of each axis, then which of several complaints comes first.
 const std::vector<Complaint> &complaints()
 {
     static const std::vector<Complaint> all = [] {

@@ -18,7 +18,7 @@ constexpr int windowsPerSeed = 5;
 constexpr int sequencesPerWindow = 20;
 constexpr int stepsPerSequence = 12;
 
-// A window and the model of it.
+// A window and its model.
 class Pair {
 public:
     WindowUnderTest real;
@@ -26,7 +26,7 @@ public:
     MessageBoxRecorder boxes;
     QString history;
 
-    // Each of these operations adds itself to the history.
+    // These operations record themselves in the history.
     void click(const QString &box)
     {
         history += " click:" + box;

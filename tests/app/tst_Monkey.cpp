@@ -196,7 +196,7 @@ void Monkey::pressAKey()
 void Monkey::run()
 {
     ++m_runs;
-    // No existing input ends the process, and problems with folders and devices are shown in boxes.
+    // None of the names ends the process: problems with folders and devices are shown in boxes.
     if (m_dice.below(2) == 0)
         m_window.enterFiles("in.stl", m_dice.oneOf({"out.stl", "/dev/full"}));
     m_step = "run from " + m_window.text("edtFileIn") + " to " + m_window.text("edtFileOut");

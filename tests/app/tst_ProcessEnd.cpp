@@ -21,16 +21,16 @@ namespace {
 struct Outcome {
     QProcess::ExitStatus end = QProcess::CrashExit;
     int status = -1;
-    QStringList said; // lines of standard output
+    QStringList lines; // of standard output
     QByteArray standardError;
 
     QString value(const QString &what) const
     {
-        for (const QString &line : said) {
+        for (const QString &line : lines) {
             if (line.startsWith(what + ": "))
                 return QUrl::fromPercentEncoding(line.mid(what.size() + 2).toUtf8());
         }
-        return "(not said)";
+        return "(not printed)";
     }
 };
 
@@ -48,7 +48,7 @@ Outcome runProgram(const QString &program, const QStringList &arguments,
     Outcome outcome;
     outcome.end = process.exitStatus();
     outcome.status = process.exitCode();
-    outcome.said = QString::fromUtf8(process.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
+    outcome.lines = QString::fromUtf8(process.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
     outcome.standardError = process.readAllStandardError();
     return outcome;
 }
@@ -108,7 +108,7 @@ const struct {
     const char *scale;
     const char *box;
 } localeCases[] = {
-    {"decimal point", "1.5", "(not said)"},
+    {"decimal point", "1.5", "(not printed)"},
     {"decimal comma", "1,5", "<b>X Scale</b> field can only contain a number value.<br>"},
 };
 
@@ -168,15 +168,15 @@ void tst_ProcessEnd::startUp()
     QCOMPARE(outcome.value("has parent"), QString("no"));
     QCOMPARE(outcome.value("title"), QString("Meshvane - Quillmoret"));
     QCOMPARE(outcome.value("has the size of its hint"), QString("yes"));
-    QCOMPARE(outcome.value("font but for its size"), QString("the system's"));
+    QCOMPARE(outcome.value("font apart from its size"), QString("the system's"));
     QCOMPARE(outcome.value("font size"), QString("10"));
     QCOMPARE(outcome.value("font size of labels"), QString("10"));
     QCOMPARE(outcome.value("font size of menus"), QString("10"));
     QCOMPARE(outcome.value("C locale"), QString("C"));
-    QCOMPARE(outcome.value("C++ locale at first"), QString("*"));
+    QCOMPARE(outcome.value("initial C++ locale"), QString("*"));
     QCOMPARE(outcome.value("C++ locale"), QString("C"));
     QCOMPARE(outcome.value("Qt locale"), QString("C"));
-    QCOMPARE(outcome.value("debug message without context"), QString("(not said)"));
+    QCOMPARE(outcome.value("debug message without context"), QString("(not printed)"));
     QCOMPARE(outcome.value("status"), statusAfterRun("out.stl"));
     QCOMPARE(outcome.standardError, QByteArray());
     QCOMPARE(m_folder->read("out.stl"), triangleOutput(untouchedCorners()));
@@ -196,7 +196,7 @@ void tst_ProcessEnd::closingTheWindowEndsTheProgram()
     const Outcome outcome = runWindow(files("in.stl", "out.stl"));
     QCOMPARE(outcome.end, QProcess::NormalExit);
     QCOMPARE(outcome.status, 0);
-    QCOMPARE(outcome.value("window gone"), QString("before the application"));
+    QCOMPARE(outcome.value("window destroyed"), QString("before the application"));
 }
 
 void tst_ProcessEnd::exitStatusIsThatOfTheEventLoop()
@@ -222,7 +222,7 @@ void tst_ProcessEnd::inputThatCannotBeOpened()
     QCOMPARE(outcome.status, 1);
     QCOMPARE(outcome.standardError,
              perrorText("stl_initialize: Couldn't open socket.stl for reading", ENXIO));
-    QCOMPARE(outcome.value("box"), QString("(not said)"));
+    QCOMPARE(outcome.value("box"), QString("(not printed)"));
     QCOMPARE(m_folder->entries(), QStringList({"in.stl", "socket.stl"}));
 }
 
@@ -269,7 +269,7 @@ void tst_ProcessEnd::temporaryFileThatCannotBeCreated()
     QCOMPARE(outcome.status, 1);
     QCOMPARE(outcome.standardError,
              perrorText("stl_write_ascii: Couldn't open _tmp_stl_ for writing", EISDIR));
-    QCOMPARE(outcome.value("box"), QString("(not said)"));
+    QCOMPARE(outcome.value("box"), QString("(not printed)"));
     QCOMPARE(m_folder->entries(), QStringList({"_tmp_stl_", "in.stl"}));
 }
 
@@ -291,13 +291,13 @@ void tst_ProcessEnd::localeWithADecimalComma()
     const Outcome outcome =
         runWindow(files("in.stl", "out.stl") << QString("edtXScale=") + row.scale << "edtYOffsA=0.25",
                   {{"LC_ALL", "de_DE.UTF-8"}, {"LOCPATH", m_localeFolder->path()}});
-    QCOMPARE(outcome.value("decimal point at first"), QString(","));
+    QCOMPARE(outcome.value("initial decimal point"), QString(","));
     QCOMPARE(outcome.value("decimal point"), QString("."));
     QCOMPARE(outcome.value("Qt locale"), QString("C"));
     QCOMPARE(outcome.value("locale of the window"), QString("C"));
     QCOMPARE(outcome.value("box"), box);
     QCOMPARE(outcome.status, 0);
-    if (box != "(not said)")
+    if (box != "(not printed)")
         return;
     QCOMPARE(m_folder->read("out.stl"),
              triangleOutput("      vertex  7.50000000E-01  2.25000000E+00  3.00000000E+00\n"
