@@ -5,6 +5,11 @@ add_library(meshvane_build_flags INTERFACE)
 target_compile_options(meshvane_build_flags INTERFACE
     $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-ffp-contract=off>
     $<$<CXX_COMPILER_ID:MSVC>:/fp:precise /utf-8>)
+if(MESHVANE_BUILD_FUZZERS)
+    # The fuzzers need coverage counters in all our code, but only they link libFuzzer's main.
+    target_compile_options(meshvane_build_flags INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(meshvane_build_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 add_library(meshvane_warnings INTERFACE)
 target_compile_options(meshvane_warnings INTERFACE
@@ -19,8 +24,8 @@ if(MESHVANE_WARNINGS_AS_ERRORS)
         $<$<CXX_COMPILER_ID:MSVC>:/WX>)
 endif()
 
-# Our language level, warnings and floating-point rule for one target; nothing of it reaches its users
-# but the language level.
+# Our language level, warnings and floating-point rule for one target. Only the language level reaches its
+# users.
 function(meshvane_own_code target)
     target_compile_features(${target} PUBLIC cxx_std_17)
     set_target_properties(${target} PROPERTIES CXX_STANDARD 17 CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF)
