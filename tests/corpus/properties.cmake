@@ -1,4 +1,4 @@
-# The properties as libraries; the tests here and the fuzzers link them. Included by both.
+# The properties as libraries, for the tests here and for the fuzzers. Included by the root.
 set(corpus_folder ${CMAKE_CURRENT_LIST_DIR})
 
 add_library(meshvane_seed_corpus STATIC
@@ -15,7 +15,7 @@ add_library(meshvane_road_properties STATIC
     ${corpus_folder}/RoadProperties.cpp
     ${corpus_folder}/RoadProperties.h)
 target_link_libraries(meshvane_road_properties PUBLIC meshvane_transform meshvane_seed_corpus)
-# Takes the place of the library's own end of the process in every program that links this.
+# Replaces the function that ends the process in every program that links this.
 target_sources(meshvane_road_properties INTERFACE ${corpus_folder}/FatalSeam.cpp)
 meshvane_own_code(meshvane_road_properties)
 
