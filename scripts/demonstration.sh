@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Shows the program at work where there is no display: scripts/demonstration.sh program
-# Called by run.sh, which builds the program and installs what this needs.
+# Shows the program at work on a virtual display: scripts/demonstration.sh program click-spots-program
+# Called by run.sh, which builds both and installs the packages needed.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -12,6 +12,7 @@ source "$root/scripts/lib/meshvane-window.sh"
 source "$root/scripts/lib/mesh-extents.sh"
 
 program=$1
+CLICK_SPOTS_PROGRAM=$2
 folder=$root/build/demonstration
 screenshots=$folder/screenshots
 rm -rf "$folder"

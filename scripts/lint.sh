@@ -33,7 +33,7 @@ cmake --preset default >/dev/null
 cmake --build --preset default >/dev/null
 cmake --preset bench >/dev/null
 cmake --preset fuzz >/dev/null
-tidy default '(app|stl|tests|transform|widgets)'
+tidy default '(app|scripts|stl|tests|transform|widgets)'
 tidy bench benchmarks
 tidy fuzz fuzz
 echo "C++: clang-tidy has nothing to say."

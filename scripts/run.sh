@@ -32,11 +32,13 @@ fi
 install_missing_packages "${packages[@]}"
 
 echo "Building the program in build/release."
+build=$root/build/release
 (cd "$root" && cmake --preset release && cmake --build --preset release)
-program=$root/build/release/app/meshvane
+program=$build/app/meshvane
 
 if [[ $demonstration == yes ]]; then
-    exec bash "$root/scripts/demonstration.sh" "$program"
+    cmake --build "$build" --target click_spots
+    exec bash "$root/scripts/demonstration.sh" "$program" "$build/scripts/click_spots"
 fi
 echo "Starting the program; its run log will be $PWD/meshvane.log."
 status=0

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Takes the pictures of the documentation anew, or pictures of the window in other looks to be looked at:
-#   scripts/screenshots.sh [--looks] [program]
+# Takes the pictures of the documentation again: scripts/screenshots.sh [--looks]
+# With --looks it takes pictures of the window in other scales, styles and colours instead, in build/looks.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -11,16 +11,18 @@ source "$root/scripts/lib/virtual-display.sh"
 # shellcheck source=scripts/lib/meshvane-window.sh
 source "$root/scripts/lib/meshvane-window.sh"
 
-install_missing_packages "${PACKAGES_FOR_A_VIRTUAL_DISPLAY[@]}"
+install_missing_packages "${PACKAGES_TO_BUILD[@]}" "${PACKAGES_FOR_A_VIRTUAL_DISPLAY[@]}"
 
 pictures=$root/docs/images
 looks=no
 if [[ ${1-} == --looks ]]; then
     looks=yes
     pictures=$root/build/looks
-    shift
 fi
-program=$(realpath "${1-$root/build/release/app/meshvane}")
+build=$root/build/release
+(cd "$root" && cmake --preset release && cmake --build --preset release --target meshvane click_spots)
+program=$build/app/meshvane
+CLICK_SPOTS_PROGRAM=$build/scripts/click_spots
 folder=$(mktemp -d)
 finish() {
     stop_virtual_display
@@ -35,9 +37,8 @@ take_picture() {
     echo "taken: ${pictures#"$root"/}/$1.png"
 }
 
-# Not with its button: where that stands depends on the desktop.
 close_window() {
-    press_keys alt+F4
+    click_on Close
     wait_until 10 process_has_ended "$MESHVANE_PROCESS"
 }
 
@@ -63,10 +64,11 @@ take_documentation_pictures() {
     take_picture empty-form "$MAIN_WINDOW"
 
     fill_in edtXScale 1,5
-    # Onto the icon at the field's right end, until its tool tip has come.
-    hands mousemove --window "$MAIN_WINDOW" 129 160
+    # Two moves: the tool tip appears when the pointer has come to rest on the icon.
+    click_spot edtXScale.icon
+    hands mousemove --window "$MAIN_WINDOW" "${SPOT[@]}"
     sleep 1.5
-    hands mousemove --window "$MAIN_WINDOW" 130 161
+    hands mousemove_relative 1 1
     sleep 1.5
     timeout 20 import -silent -window root "$folder/screen.png"
     read -r x y < <(hands getwindowgeometry --shell "$MAIN_WINDOW" | sed -n 's/^[XY]=//p' | paste -sd' ')

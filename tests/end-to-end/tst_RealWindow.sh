@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Drives the real program on a virtual display with real keys and clicks:
-#   tst_RealWindow.sh program source-folder situation
+#   tst_RealWindow.sh program click-spots-program source-folder situation
 # The expected files in data/ were calculated by hand, not written by the program.
 set -euo pipefail
 
 program=$1
-source_folder=$2
-situation=$3
+CLICK_SPOTS_PROGRAM=$2
+source_folder=$3
+situation=$4
 data=$source_folder/tests/end-to-end/data
 
 # shellcheck source=scripts/lib/virtual-display.sh

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Builds the Debian package twice, unpacks it, and does a run with the packaged program, started from another folder as
-# a desktop menu would start it: tst_Package.sh source-folder
+# a desktop menu would start it: tst_Package.sh source-folder click-spots-program
 set -euo pipefail
 
 source_folder=$1
+CLICK_SPOTS_PROGRAM=$2
 # shellcheck source=scripts/lib/virtual-display.sh
 source "$source_folder/scripts/lib/virtual-display.sh"
 # shellcheck source=scripts/lib/meshvane-window.sh
