@@ -71,7 +71,7 @@ void convertToAscii(const std::string &binaryPath, const std::string &asciiPath)
     stl_release_facets(mesh);
 }
 
-bool engineRoad(const TransformParameters &p, const std::string &input, const std::string &output)
+bool runEngine(const TransformParameters &p, const std::string &input, const std::string &output)
 {
     StlMesh mesh;
     load(mesh, input);

@@ -1,4 +1,4 @@
-// The floor of a run's cost: only its bytes are moved.
+// The lower limit of a run's cost: moving its bytes and nothing else.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-// Reads the input (an ASCII one is read twice, for its lines must be counted), writes as much as the
-// temporary file holds, reads that for each scan, and copies it to "moved.out". All in the working folder.
+// Reads the input (ASCII twice, since its lines must be counted first), writes a file of the temporary file's
+// size, reads it once per scan, and copies it to "moved.out". All in the working folder.
 class ByteMover {
 public:
     void move(const std::string &input, int readings, int scans, std::uintmax_t temporarySize);

@@ -1,4 +1,4 @@
-// How much processor time and memory things take.
+// Measures processor time and memory.
 #pragma once
 
 #include <functional>
@@ -6,14 +6,14 @@
 // User and system seconds of this process so far.
 double cpuSeconds();
 
-// Of one call.
+// User and system seconds of one call.
 double cpuSecondsOf(const std::function<void()> &work);
 
-// What a process of its own needs for some work: it is forked for it.
+// What the work takes in a process of its own, which is forked for it.
 struct Usage {
     double cpuSeconds = 0.0;
-    double systemSeconds = 0.0; // of them spent in the system
-    double peakBytes = 0.0;     // of resident memory
+    double systemSeconds = 0.0; // the part of them spent in the kernel
+    double peakBytes = 0.0;     // resident memory
     bool succeeded = false;
 };
 Usage usageOf(const std::function<void()> &work);

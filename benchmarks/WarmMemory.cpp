@@ -16,11 +16,11 @@
 namespace {
 
 constexpr std::size_t pieceSize = std::size_t{64} << 20U;
-// What stays free goes back to the host meanwhile, so it is little; a run uses it up in a quarter of a
-// second, so the holder looks every few milliseconds.
+// Little, because what stays free may return to the host. A run uses it up in a quarter of a second, so the
+// holder checks every few milliseconds.
 constexpr std::uintmax_t freeWhenHeld = std::uintmax_t{160} << 20U;
 constexpr std::uintmax_t freeForOthers = std::uintmax_t{320} << 20U;
-// Cached files count as available: the system drops them while the holder takes, and must keep some to go on.
+// Cached files count as available: the system drops them as the holder grows, but needs some of them to work.
 constexpr std::uintmax_t availableWhenHeld = std::uintmax_t{1} << 30U;
 
 struct MemoryState {
@@ -57,13 +57,13 @@ public:
         void *piece = mmap(nullptr, pieceSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         if (piece == MAP_FAILED)
             return false;
-        madvise(piece, pieceSize, MADV_HUGEPAGE); // quickly let go of, and not in shreds
+        madvise(piece, pieceSize, MADV_HUGEPAGE); // quick to release, and in one piece
         for (std::size_t i = 0; i < pieceSize; i += 4096)
             static_cast<volatile char *>(piece)[i] = 1;
         m_pieces.push_back(piece);
         return true;
     }
-    void letGoOfOne()
+    void releaseOne()
     {
         munmap(m_pieces.back(), pieceSize);
         m_pieces.pop_back();
@@ -83,7 +83,7 @@ private:
     close(readiness);
     while (!pieces.none() && getppid() == parent) {
         if (memoryState().freeBytes < freeForOthers)
-            pieces.letGoOfOne();
+            pieces.releaseOne();
         else
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }

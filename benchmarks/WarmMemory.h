@@ -1,19 +1,19 @@
-// Free memory that is there at once, for measuring large runs on a virtual machine.
+// Free memory that is available at once, for measuring large runs on a virtual machine.
 #pragma once
 
 #include <sys/types.h>
 
-// A virtual machine may give free memory back to its host, which then has to find it anew, one page fault
-// after the other, when a program next writes to it: seven times the price of the same memory taken again at
-// once. The guest counts that as the program's system time.
+// A virtual machine may return free memory to its host, which must supply it again, page fault by page fault,
+// when a program next writes to it. That costs seven times as much as reusing memory the guest still has, and
+// the guest counts it as the program's system time.
 //
-// While an object of this class lives, a process of its own holds all free memory, every page of it written
-// to, and lets go of a piece whenever another program has used up what is free: nobody is then given memory
-// that the host has to find. Reads /proc/meminfo, so it needs Linux. The holder is the first to be ended if
-// memory is short.
+// While an object of this class lives, a second process holds all free memory, with every page written to,
+// and releases a piece whenever other programs have used up what is free. So no program is given memory that
+// the host has to supply first. Reads /proc/meminfo, so it needs Linux. If memory runs short, the system
+// kills the holder first.
 class WarmMemory {
 public:
-    WarmMemory(); // returns when the memory is held; half a minute for 20 GB
+    WarmMemory(); // returns when the memory is held: half a minute for 20 GB
     ~WarmMemory();
     WarmMemory(const WarmMemory &) = delete;
     WarmMemory &operator=(const WarmMemory &) = delete;

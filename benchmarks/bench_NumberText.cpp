@@ -1,5 +1,5 @@
-// The number kernels against the C and the C++ library, on numbers as meshes have them. Ends with a table of
-// ratios; checks first that all of them agree on every number.
+// Compares the number kernels with the C and the C++ library on numbers such as meshes hold. Checks first
+// that all of them agree on every number, and ends with a table of ratios.
 
 #include "stl/StlFixedNumber.h"
 #include "stl/StlNumberText.h"
@@ -16,7 +16,7 @@
 namespace {
 
 constexpr std::size_t count = std::size_t{12} * 4096;
-constexpr std::size_t textSize = 16; // the form and an end mark
+constexpr std::size_t textSize = 16; // the fixed form and a terminating zero
 
 std::vector<double> widenedFloats()
 {
@@ -73,7 +73,7 @@ void writeByToChars(benchmark::State &state)
 void writeOneByKernel(benchmark::State &state)
 {
     char text[textSize];
-    benchmark::DoNotOptimize(&text); // somebody may read it
+    benchmark::DoNotOptimize(&text); // as if somebody read it
     for (auto _ : state) {
         for (const double number : numbersOf(state)) {
             benchmark::DoNotOptimize(stlWriteFixedNumber(text, number));
@@ -82,11 +82,11 @@ void writeOneByKernel(benchmark::State &state)
     }
 }
 
-// As a facet is written: twelve are rounded, then twelve are put.
+// As a facet is written: twelve numbers are rounded, then twelve are formatted.
 void writeByKernel(benchmark::State &state)
 {
     char text[12 * textSize];
-    benchmark::DoNotOptimize(&text); // somebody may read it
+    benchmark::DoNotOptimize(&text); // as if somebody read it
     for (auto _ : state) {
         const std::vector<double> &numbers = numbersOf(state);
         for (std::size_t i = 0; i < numbers.size(); i += 12) {
@@ -157,7 +157,7 @@ public:
 
     void printRatios() const
     {
-        std::printf("| numbers | way | ns a number | the kernel is faster by |\n|---|---|---|---|\n");
+        std::printf("| numbers | method | ns per number | kernel is faster by |\n|---|---|---|---|\n");
         for (const char *kind : {"0", "1"}) {
             printRatios(kind, "writeByKernel", {"writeBySnprintf", "writeByToChars", "writeOneByKernel"});
             printRatios(kind, "readByKernel", {"readBySscanf", "readByFromChars"});
@@ -179,8 +179,8 @@ private:
     std::map<std::string, double> m_nanoseconds;
 };
 
-// Counts what the kernels decline among these numbers; ends the program if they write or read anything else
-// than the C library.
+// Counts the numbers that the kernels decline. Ends the program if a kernel writes or reads anything but what
+// the C library does.
 int declinedAmong(const std::vector<double> &numbers)
 {
     int declined = 0;
@@ -196,7 +196,7 @@ int declinedAmong(const std::vector<double> &numbers)
         double expectedRead = 0.0;
         std::sscanf(expected, "%lf", &expectedRead);
         if (std::string(text) != expected || (stlReadFixedNumber(text, read) && read != expectedRead)) {
-            std::printf("the kernels are wrong about %a\n", number);
+            std::printf("the kernels disagree with the C library about %a\n", number);
             std::exit(EXIT_FAILURE);
         }
     }
@@ -207,9 +207,10 @@ int declinedAmong(const std::vector<double> &numbers)
 
 int main(int argc, char **argv)
 {
-    std::printf("of %zu widened floats the writing kernel leaves %d to the exact way, of as many transformed "
-                "doubles %d\n\n",
-                count, declinedAmong(widenedFloats()), declinedAmong(transformedDoubles()));
+    std::printf("Nanoseconds of processor time, least of 5 repetitions. The writing kernel declines %d of "
+                "%zu widened "
+                "floats and %d of %zu transformed doubles.\n\n",
+                declinedAmong(widenedFloats()), count, declinedAmong(transformedDoubles()), count);
     const struct {
         const char *name;
         void (*function)(benchmark::State &);

@@ -1,8 +1,7 @@
-// Times the whole road of a run, from the STL file to the transformed file, against two others that alternate
-// with it: the plain standard-I/O twin, and a program that only moves the same bytes. Compares the outputs of
-// road and twin.
+// Times a whole run, from the STL file to the transformed file, alternating with two others: the plain
+// standard-I/O twin, and code that only moves the same bytes. Compares the outputs of run and twin.
 //
-//   bench_Road [facets [rounds]]
+//   bench_Run [facets [rounds]]
 
 #include "benchmarks/BenchMesh.h"
 #include "benchmarks/ByteMover.h"
@@ -27,7 +26,7 @@ struct Case {
     int scans; // of the temporary file before it is transformed
 };
 
-void plainRoad(const TransformParameters &p, const std::string &input, const std::string &output)
+void runPlainTwin(const TransformParameters &p, const std::string &input, const std::string &output)
 {
     plain::Mesh mesh;
     plain::initialize(mesh, input);
@@ -57,9 +56,9 @@ void plainRoad(const TransformParameters &p, const std::string &input, const std
     std::remove(temporaryFileName);
 }
 
-class RoadBenchmark {
+class RunBenchmark {
 public:
-    RoadBenchmark(int rounds, std::uintmax_t temporarySize)
+    RunBenchmark(int rounds, std::uintmax_t temporarySize)
         : m_rounds(rounds),
           m_temporarySize(temporarySize)
     {}
@@ -67,19 +66,20 @@ public:
     // False if the outputs differ.
     bool run(const std::string &input, int readings, const Case &c)
     {
-        double road = 1e9;
+        double engine = 1e9;
         double plain = 1e9;
         double move = 1e9;
         for (int round = 0; round < m_rounds; ++round) {
-            road = std::min(road, cpuSecondsOf([&] { engineRoad(c.parameters, input, "road.out"); }));
+            engine = std::min(engine, cpuSecondsOf([&] { runEngine(c.parameters, input, "engine.out"); }));
             move = std::min(move,
                             cpuSecondsOf([&] { m_mover.move(input, readings, c.scans, m_temporarySize); }));
-            if (round % 4 == 0) // slow, and steady enough
-                plain = std::min(plain, cpuSecondsOf([&] { plainRoad(c.parameters, input, "plain.out"); }));
+            if (round % 4 == 0) // slow, and steady enough to be timed less often
+                plain =
+                    std::min(plain, cpuSecondsOf([&] { runPlainTwin(c.parameters, input, "plain.out"); }));
         }
-        const bool same = readBytes("road.out") == readBytes("plain.out");
-        std::printf("| %s | %s | %.3f | %.2f | %.3f | %.1f | %.2f |%s\n", input.c_str(), c.options, road,
-                    plain, move, plain / road, road / move, same ? "" : " OUTPUTS DIFFER");
+        const bool same = readBytes("engine.out") == readBytes("plain.out");
+        std::printf("| %s | %s | %.3f | %.2f | %.3f | %.1f | %.2f |%s\n", input.c_str(), c.options, engine,
+                    plain, move, plain / engine, engine / move, same ? "" : " OUTPUTS DIFFER");
         return same;
     }
 
@@ -102,11 +102,11 @@ int main(int argc, char **argv)
     const Case cases[] = {{"scale and offset", scaleAndOffset(), 0},
                           {"and rotation", rotation(), 0},
                           {"origin and length", originAndLength(), 2}};
-    std::printf("%d facets; least CPU seconds of %d alternating rounds\n\n", facets, rounds);
-    std::printf("| input | options | road | plain | moving | plain / road | road / moving "
+    std::printf("%d facets; CPU seconds, least of %d alternating rounds.\n\n", facets, rounds);
+    std::printf("| input | options | run | plain twin | moving bytes | plain / run | run / moving "
                 "|\n|---|---|---|---|---|---|---|\n");
-    RoadBenchmark benchmark(rounds,
-                            std::filesystem::file_size("ascii.stl")); // written as the temporary file is
+    RunBenchmark benchmark(rounds,
+                           std::filesystem::file_size("ascii.stl")); // as large as the temporary file
     bool same = true;
     for (const Case &c : cases)
         same = benchmark.run("binary.stl", 1, c) && same;
