@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs the tests under gcov and prints the coverage of lines and branches by file: scripts/coverage.sh.
-# A page to look at lies in build/coverage/report/index.html.
+# Also writes an HTML report to build/coverage/report/index.html.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

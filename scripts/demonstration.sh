@@ -21,7 +21,7 @@ cp "$root/examples/bracket.stl" "$folder"
 cd "$folder"
 trap stop_virtual_display EXIT
 
-# show name sentence: the screenshots and the sentences have the same numbers.
+# show name sentence: takes a screenshot and prints the sentence, both with the same number.
 step=0
 show() {
     ((++step))
@@ -50,7 +50,7 @@ fill_in edtFileOut metric.stl
 show files-named "The names of the input and the output file are typed in."
 
 fill_in edtYScale 25,4
-show mistake "A comma is typed in the Y scale instead of a point: an icon says so at once."
+show mistake "A comma is typed in the Y scale instead of a point: an icon appears at once."
 
 fill_in edtYScale 25.4
 fill_in edtZScale 25.4
@@ -63,7 +63,7 @@ show options-set "Scales, the length of 100, the origin boxes and the rotation a
 
 click_on Run
 wait_until 20 run_is_finished || stop_with_screenshot "the run did not finish"
-show run-finished "Run was pressed; the status bar tells of success."
+show run-finished "Run was pressed; the status bar reports success."
 
 click_on btnViewLog
 wait_for_window 10 "$LOG_VIEWER_TITLE" || stop_with_screenshot "the log did not open"
@@ -77,7 +77,7 @@ echo "  Close was pressed; the program has ended."
 montage "$screenshots"/*.png -tile 3x -geometry 420x420+6+6 -title "Meshvane" "$folder/overview.png"
 
 echo
-echo "What the log says came of it:"
+echo "From the log:"
 sed -n '/^Number/p; /^Calculation finished/p' meshvane.log | sed 's/^/  /'
 echo
 print_mesh_extents before bracket.stl

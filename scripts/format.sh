@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Formats all our C++ files in place; with --check it changes nothing and fails where one would change.
+# Formats all our C++ files in place; with --check, changes nothing and fails if a file would change.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -24,4 +24,4 @@ if ((${#files[@]} == 0)); then
     exit 1
 fi
 clang-format "${mode[@]}" -- "${files[@]}"
-echo "Formatting: ${#files[@]} files are in order."
+echo "Formatting: ${#files[@]} files are formatted."

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs every fuzzer for a while and tells what came of it: scripts/fuzz.sh [seconds per fuzzer [seed]].
-# Without a seed every call takes another road; with one, a fuzzer makes of the same corpus the same inputs.
-# What the fuzzers learn is kept in build/fuzz/corpus and used by the next call; findings lie in
+# Runs every fuzzer for a while and prints the results: scripts/fuzz.sh [seconds per fuzzer [seed]].
+# Without a seed every call is different; with one, the same corpus gives the same inputs.
+# What the fuzzers learn is kept in build/fuzz/corpus and used by the next call; findings are in
 # build/fuzz/findings. Ends with status 1 if there is a finding.
 set -euo pipefail
 
@@ -10,7 +10,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 source "$root/scripts/lib/packages.sh"
 
 seconds=${1-60}
-seed=${2-0} # to libFuzzer 0 means: draw one
+seed=${2-0} # to libFuzzer, 0 means: choose one
 fuzzers=(fuzz_StlReader fuzz_StlPasses fuzz_StlNumberText fuzz_LineEditCustom)
 build=$root/build/fuzz
 corpus=$build/corpus
@@ -26,7 +26,7 @@ for fuzzer in "${fuzzers[@]}"; do
 done
 "$build/fuzz/make_corpus" "$corpus/seeds"
 
-# The fuzzers write thousands of small files a second, in memory where there is such a place.
+# The fuzzers write thousands of small files per second, so they work in memory if possible.
 scratch=$(mktemp --directory --tmpdir="$([[ -w /dev/shm ]] && echo /dev/shm || echo "${TMPDIR-/tmp}")" fuzz-XXXXXX)
 trap 'rm -rf "$scratch"' EXIT
 export TMPDIR=$scratch QT_QPA_PLATFORM=offscreen

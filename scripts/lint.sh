@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Looks for slips that compile: clang-tidy over our C++ files, shellcheck over our scripts.
+# Looks for mistakes that compile: clang-tidy over our C++ files, shellcheck over our scripts.
 #   scripts/lint.sh [--scripts-only]
 set -euo pipefail
 
@@ -12,22 +12,22 @@ cd "$root"
 mapfile -t scripts < <(git ls-files --cached --others --exclude-standard -- '*.sh' .ci/run scripts/hooks)
 shellcheck --external-sources --source-path=SCRIPTDIR --source-path="$root" "${scripts[@]}"
 for script in "${scripts[@]}"; do
-    # Those in lib are sourced, those of the tests are given to bash.
+    # Those in lib are sourced, those of the tests are run by bash.
     if [[ $script == scripts/* && $script != scripts/lib/* && $(head -c 2 "$script") == '#!' && ! -x $script ]]; then
-        echo "$script cannot be called: it is not executable." >&2
+        echo "$script is not executable." >&2
         exit 1
     fi
 done
-echo "Scripts: ${#scripts[@]} files are in order."
+echo "Scripts: ${#scripts[@]} files are fine."
 [[ ${1-} != --scripts-only ]] || exit 0
 
-# The build asks gcc for this warning; clang gives it for float to double in so many words, too.
+# The build enables this warning for GCC; clang also gives it for explicit conversions from float to double.
 tidy() { # build folder, pattern of the files below the root
     run-clang-tidy-14 -p "build/$1" -quiet -extra-arg=-Wno-unknown-warning-option \
         -extra-arg=-Wno-double-promotion "^$root/$2/.*\.cpp\$" 2>/dev/null
 }
 
-# The sources that the build makes must be there: the form's header and the meta-objects.
+# Generated sources must exist: the form's header and the meta-objects.
 install_missing_packages "${PACKAGES_TO_TEST[@]}" "${PACKAGES_TO_BENCHMARK[@]}" "${PACKAGES_TO_FUZZ[@]}"
 cmake --preset default >/dev/null
 cmake --build --preset default >/dev/null
@@ -36,4 +36,4 @@ cmake --preset fuzz >/dev/null
 tidy default '(app|scripts|stl|tests|transform|widgets)'
 tidy bench benchmarks
 tidy fuzz fuzz
-echo "C++: clang-tidy has nothing to say."
+echo "C++: clang-tidy found nothing."

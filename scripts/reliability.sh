@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The long part of the reliability tests: scripts/reliability.sh [budget in seconds]. An hour by default, of
-# which the fuzzers get what the others leave. The short part runs with the ordinary tests.
+# The long versions of the reliability tests: scripts/reliability.sh [budget in seconds], an hour by default. The
+# fuzzers get the time that the others leave. The short versions run with the ordinary tests.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -21,15 +21,15 @@ done
 run_tests() {
     ctest --preset "$1" --no-label-summary --tests-regex "^($(IFS='|' && echo "${tests[*]}"))\$"
 }
-# Qt Test ends a test function after five minutes, CTest's own limit stays.
+# Qt Test would end a test function after five minutes; CTest's own limit still applies.
 export QTEST_FUNCTION_TIMEOUT=3600000
 export MESHVANE_KILLS=200 MESHVANE_RUNS=1000 MESHVANE_MONKEY_STEPS=20000 MESHVANE_SIZES=1
-echo "200 kills, 1000 runs, 20000 steps of the monkey, files just below 2 GiB."
+echo "200 kills, 1000 runs, 20000 random steps on the form, files just below 2 GiB."
 run_tests default
-echo "The same under the sanitizers, but for the largest files."
+echo "The same under the sanitizers, except the largest files."
 MESHVANE_SIZES=0 run_tests asan
 
 left=$((budget - (SECONDS - started)))
 per_fuzzer=$((left * $(nproc) / 4))
-echo "$((SECONDS - started)) seconds are gone; each fuzzer gets $per_fuzzer."
+echo "$((SECONDS - started)) seconds used; each fuzzer gets $per_fuzzer."
 bash scripts/fuzz.sh "$((per_fuzzer > 20 ? per_fuzzer : 20))"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds Meshvane and starts it in the caller's folder. Without a display, or when asked with --demonstration,
-# it shows the program at work on a virtual display instead.
+# Builds Meshvane and starts it in the caller's folder. Without a display, or with --demonstration, it shows the
+# program at work on a virtual display instead.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -19,7 +19,7 @@ esac
 
 if [[ $demonstration == no && -z ${DISPLAY-} && -z ${WAYLAND_DISPLAY-} ]]; then
     echo "There is no display here: neither DISPLAY nor WAYLAND_DISPLAY is set."
-    echo "A guided demonstration on a virtual display takes its place."
+    echo "Showing a guided demonstration on a virtual display instead."
     demonstration=yes
 fi
 

@@ -66,19 +66,19 @@ take_documentation_pictures() {
     fill_in edtXScale 1,5
     # Two moves: the tool tip appears when the pointer has come to rest on the icon.
     click_spot edtXScale.icon
-    hands mousemove --window "$MAIN_WINDOW" "${SPOT[@]}"
+    xdo mousemove --window "$MAIN_WINDOW" "${SPOT[@]}"
     sleep 1.5
-    hands mousemove_relative 1 1
+    xdo mousemove_relative 1 1
     sleep 1.5
     timeout 20 import -silent -window root "$folder/screen.png"
-    read -r x y < <(hands getwindowgeometry --shell "$MAIN_WINDOW" | sed -n 's/^[XY]=//p' | paste -sd' ')
+    read -r x y < <(xdo getwindowgeometry --shell "$MAIN_WINDOW" | sed -n 's/^[XY]=//p' | paste -sd' ')
     convert "$folder/screen.png" -crop "440x270+$x+$y" +repage "$pictures/error-icon.png"
     echo "taken: ${pictures#"$root"/}/error-icon.png"
 
     click_on Reset
     fill_in_bracket_run
     run_and_wait
-    hands windowsize "$MAIN_WINDOW" 520 630
+    xdo windowsize "$MAIN_WINDOW" 520 630
     take_picture window "$MAIN_WINDOW"
 
     click_on btnViewLog
@@ -88,7 +88,7 @@ take_documentation_pictures() {
     close_window
 }
 
-# take_look name variable=value...: the window with a field that complains, started with these variables.
+# take_look name variable=value...: the window with a field that shows an error, started with these variables.
 take_look() {
     local name=$1
     shift
@@ -101,7 +101,7 @@ take_look() {
     close_window
 }
 
-# The colours of a desktop that Qt asks without any plugin.
+# The colours of a desktop whose settings Qt reads without a plugin.
 write_dark_colours() {
     local group
     for group in Window View Button Tooltip; do

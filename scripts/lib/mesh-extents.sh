@@ -1,7 +1,7 @@
-# Sourced: the extents of an STL file, without the program whose work they check.
+# Sourced: the extents of an STL file, computed without the program that is being checked.
 # shellcheck shell=bash
 
-# The coordinates of all corners, one corner a line.
+# The coordinates of all corners, one corner per line.
 ascii_mesh_corners() {
     awk '$1 == "vertex" { print $2, $3, $4 }' "$1"
 }
@@ -29,7 +29,7 @@ mesh_corners() {
     if mesh_is_binary "$1"; then binary_mesh_corners "$1"; else ascii_mesh_corners "$1"; fi
 }
 
-# print_mesh_extents title file: one line a axis with smallest and largest coordinate and the length between them.
+# print_mesh_extents title file: one line per axis with its smallest and largest coordinate and its length.
 print_mesh_extents() {
     mesh_corners "$2" | LC_ALL=C awk -v title="$1" '
         function tidy(value) { return value > -0.00005 && value < 0.00005 ? 0 : value }

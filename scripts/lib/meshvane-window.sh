@@ -1,4 +1,4 @@
-# Sourced after virtual-display.sh: works Meshvane's window as a person does, with the mouse and the keyboard.
+# Sourced after virtual-display.sh: operates Meshvane's window as a person does, with mouse and keyboard.
 # The caller sets CLICK_SPOTS_PROGRAM to the program built from scripts/click_spots.cpp.
 # shellcheck shell=bash disable=SC2034
 
@@ -10,19 +10,19 @@ LOG_VIEWER_TITLE='Dialog'
 declare -A CLICK_SPOTS=()
 CLICK_SPOTS_SIZE=
 
-# start_meshvane folder command...: starts the program in the current folder and keeps what it says on standard
-# error in the file "standard-error" of the folder named. Sets MESHVANE_PROCESS and MAIN_WINDOW.
+# start_meshvane folder command...: starts the program in the current folder, with its standard error going to the
+# file "standard-error" in the folder given. Sets MESHVANE_PROCESS and MAIN_WINDOW.
 start_meshvane() {
-    local said=$1/standard-error
+    local standard_error=$1/standard-error
     shift
     MESHVANE_ENVIRONMENT=("${@:1:$#-1}") # "env NAME=value...", or nothing
     CLICK_SPOTS_SIZE=
-    "$@" >/dev/null 2>"$said" </dev/null &
+    "$@" >/dev/null 2>"$standard_error" </dev/null &
     MESHVANE_PROCESS=$!
     VIRTUAL_DISPLAY_PROCESSES+=("$MESHVANE_PROCESS")
     wait_for_window 30 "$MAIN_WINDOW_TITLE" || {
         echo "The main window did not appear." >&2
-        cat "$said" >&2
+        cat "$standard_error" >&2
         return 1
     }
     MAIN_WINDOW=$(window_with_title "$MAIN_WINDOW_TITLE")
@@ -43,7 +43,7 @@ find_click_spots() {
 # click_spot name: sets SPOT to its x and y in the window as it is now.
 click_spot() {
     local geometry
-    geometry=$(hands getwindowgeometry --shell "$MAIN_WINDOW")
+    geometry=$(xdo getwindowgeometry --shell "$MAIN_WINDOW")
     find_click_spots "$(sed -n 's/^WIDTH=//p' <<<"$geometry")" "$(sed -n 's/^HEIGHT=//p' <<<"$geometry")"
     read -r -a SPOT <<<"${CLICK_SPOTS[$1]}"
 }
@@ -67,7 +67,7 @@ tick_and_fill_in() {
     type_text "$2"
 }
 
-# answer_box title: presses its one button and waits until the main window has the keyboard again.
+# answer_box title: presses its only button and waits until the main window has the focus again.
 answer_box() {
     press_keys Return
     wait_for_window_to_go 10 "$1"

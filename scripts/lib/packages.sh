@@ -1,8 +1,8 @@
-# Sourced by the scripts beside it: which Debian packages each of them needs, and how missing ones get here.
+# Sourced: which Debian packages each script needs, and how to install missing ones.
 # shellcheck shell=bash disable=SC2034
 
 PACKAGES_TO_BUILD=(g++ cmake ninja-build qtbase5-dev)
-# A screen in memory with a window manager, hands for keys and mouse, and a font to read.
+# A screen in memory, a window manager, tools for keys, mouse and screenshots, and a font.
 PACKAGES_FOR_A_VIRTUAL_DISPLAY=(xvfb openbox xdotool x11-utils imagemagick fonts-dejavu-core)
 PACKAGES_TO_TEST=("${PACKAGES_TO_BUILD[@]}" "${PACKAGES_FOR_A_VIRTUAL_DISPLAY[@]}" libgtest-dev libgmock-dev locales
     desktop-file-utils appstream man-db)
@@ -23,16 +23,16 @@ run_as_root() {
     elif command -v sudo >/dev/null; then
         sudo "$@"
     else
-        echo "Neither root nor sudo at hand; install these yourself: ${missing_packages[*]}" >&2
+        echo "Not root, and no sudo; install these yourself: ${missing_packages[*]}" >&2
         return 1
     fi
 }
 
-# Installs those of the named packages that are missing; calls no package tool but the query when there are none.
+# Installs those of the named packages that are missing. If none is, it only queries.
 install_missing_packages() {
     local package missing_packages=()
     if ! command -v dpkg-query >/dev/null; then
-        echo "This is no Debian; going on with whatever is installed (wanted: $*)." >&2
+        echo "This is not Debian; using what is installed (needed: $*)." >&2
         return 0
     fi
     for package in "$@"; do

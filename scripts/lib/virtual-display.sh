@@ -1,10 +1,10 @@
-# Sourced: a screen in memory with a window manager, and hands to use what is shown on it. Every wait has an end.
-# The caller calls stop_virtual_display when it ends, however it ends.
+# Sourced: a screen in memory with a window manager, and functions to use what it shows. Every wait has a limit.
+# The caller must call stop_virtual_display when it ends, in whatever way.
 # shellcheck shell=bash
 
 VIRTUAL_DISPLAY_PROCESSES=()
 
-# wait_until seconds command...: runs the command again and again until it succeeds or the time is over.
+# wait_until seconds command...: repeats the command until it succeeds or the time is up.
 wait_until() {
     local deadline=$((SECONDS + $1))
     shift
@@ -23,7 +23,7 @@ end_process() {
 }
 
 # start_virtual_display folder [size]: the screen and its window manager keep their files in the folder.
-# The programs started later find no trace of the desktop that this script may run on.
+# Programs started later do not see the desktop that this script may run on.
 start_virtual_display() {
     local folder=$1 size=${2-800x800}
     mkdir -p "$folder/home" "$folder/runtime"
@@ -48,7 +48,7 @@ start_virtual_display() {
 
     openbox --sm-disable >"$folder/openbox.log" 2>&1 </dev/null &
     VIRTUAL_DISPLAY_PROCESSES+=($!)
-    wait_until 20 window_manager_is_there || {
+    wait_until 20 window_manager_is_running || {
         echo "The window manager did not start:" >&2
         cat "$folder/openbox.log" >&2
         return 1
@@ -63,37 +63,37 @@ stop_virtual_display() {
     VIRTUAL_DISPLAY_PROCESSES=()
 }
 
-window_manager_is_there() {
+window_manager_is_running() {
     timeout 5 xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
 }
 
-hands() { timeout 10 xdotool "$@"; }
+xdo() { timeout 10 xdotool "$@"; }
 
 # window_with_title title: the id of the newest visible window whose whole title this is; fails if there is none.
 window_with_title() {
-    hands search --onlyvisible --name "^$1\$" 2>/dev/null | tail -n 1 | grep .
+    xdo search --onlyvisible --name "^$1\$" 2>/dev/null | tail -n 1 | grep .
 }
 
 window_is_in_front() {
     local window
-    window=$(window_with_title "$1") && [[ $(hands getactivewindow 2>/dev/null) == "$window" ]]
+    window=$(window_with_title "$1") && [[ $(xdo getactivewindow 2>/dev/null) == "$window" ]]
 }
 
 no_window_has_title() { ! window_with_title "$1" >/dev/null; }
 
-# wait_for_window seconds title: until that window is shown and has the keyboard.
+# wait_for_window seconds title: until that window is shown and has the focus.
 wait_for_window() { wait_until "$1" window_is_in_front "$2"; }
 
 wait_for_window_to_go() { wait_until "$1" no_window_has_title "$2"; }
 
-press_keys() { hands key --clearmodifiers --delay 15 "$@"; }
+press_keys() { xdo key --clearmodifiers --delay 15 "$@"; }
 
-type_text() { hands type --clearmodifiers --delay 15 -- "$1"; }
+type_text() { xdo type --clearmodifiers --delay 15 -- "$1"; }
 
 # click_in window x y: in pixels from the upper left corner of what the window shows.
-click_in() { hands mousemove --window "$1" "$2" "$3" click 1; }
+click_in() { xdo mousemove --window "$1" "$2" "$3" click 1; }
 
-# take_screenshot file: the whole screen, once the program had time to paint.
+# take_screenshot file: of the whole screen, after the program has had time to paint.
 take_screenshot() {
     sleep 0.4
     timeout 20 import -silent -window root "$1"
