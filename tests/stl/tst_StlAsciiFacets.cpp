@@ -1,9 +1,11 @@
 #include "stl/StlAsciiFacets.h"
+#include "stl/StlCommonFacet.h"
+#include "tests/stl/FacetNumbers.h"
 #include "tests/support/FailingStream.h"
 #include "tests/support/MeshFiles.h"
+#include "tests/support/SameBytes.h"
 #include "tests/support/TextFile.h"
 
-#include <array>
 #include <cerrno>
 #include <gtest/gtest.h>
 #include <limits>
@@ -11,34 +13,23 @@
 
 namespace {
 
-using Numbers = std::array<float, 12>;
-
 constexpr float infinity = std::numeric_limits<float>::infinity();
-constexpr Numbers ones = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
-
-Numbers numbersOf(const StlFacet &f)
-{
-    const StlVertex &n = f.normal;
-    const StlVertex(&c)[3] = f.vertex;
-    return {n.x, n.y, n.z, c[0].x, c[0].y, c[0].z, c[1].x, c[1].y, c[1].z, c[2].x, c[2].y, c[2].z};
-}
-
-StlFacet facetOfOnes() { return {{1, 1, 1}, {{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}, {}}; }
+constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 
 // One facet after a label line, read into a facet of ones.
-Numbers readOne(const std::string &text)
+FacetNumbers readOne(const std::string &text)
 {
     const Stream in = streamOf("label\n" + text);
     StlAsciiFacetReader reader(in.get());
-    StlFacet facet = facetOfOnes();
+    StlFacet facet{{1, 1, 1}, {{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}, {}};
     reader.read(facet);
     EXPECT_EQ(reader.error(), 0);
     return numbersOf(facet);
 }
 
-TEST(StlAsciiFacets, EveryLayoutOfTheSevenGroupsGivesTheNumbers)
+TEST(StlAsciiFacets, OneFacetInManyLayouts)
 {
-    const Numbers expected = {0, 0.5, -1, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+    const std::string ordinary = asciiFacet({"0 0.5 -1", "1 2 3", "4 5 6", "7 8 9"});
     const struct {
         const char *situation;
         std::string text;
@@ -47,48 +38,102 @@ TEST(StlAsciiFacets, EveryLayoutOfTheSevenGroupsGivesTheNumbers)
                                                      " 1.00000000E+00  2.00000000E+00  3.00000000E+00",
                                                      " 4.00000000E+00  5.00000000E+00  6.00000000E+00",
                                                      " 7.00000000E+00  8.00000000E+00  9.00000000E+00"})},
-        {"plain text", asciiFacet({"0 0.5 -1", "1 2 3", "4 5 6", "7 8 9"})},
+        {"plain text", ordinary},
         {"one line",
          "facet normal 0 .5 -1 outer loop vertex 1 2 3 vertex 4 5 6 vertex 7 8 9 endloop endfacet "},
+        {"all kinds of white space", "facet\r\n\tnormal 0\r\n.5 -1 outer\r\n\r\nloop vertex 1 2 3 vertex\v4 "
+                                     "5\f6 vertex\r\n7\r\n8\r\n9\r\n"
+                                     "endloop\r\nendfacet\r\n"},
+        {"a wide gap", std::string(5000, ' ') + ordinary},
+        {"a gap of a whole block", std::string(StlBlockReader::blockSize, ' ') + ordinary},
         {"numbers that only fscanf reads", asciiFacet({"0 0x1p-1 -1", "0x1 2 3", "4 5 6", "7 8 0x1.2p3"})},
-        {"other keywords", "a b 0 0.5 -1 c d e 1 2 3 f 4 5 6 g 7 8 9 h i "},
+        {"numbers instead of keywords", "1 2 0 0.5 -1 3 4 5 1 2 3 6 4 5 6 7 7 8 9 8 9 "},
+        {"no line feed at the end", ordinary.substr(0, ordinary.size() - 1)},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.situation);
-        EXPECT_EQ(readOne(row.text), expected);
+        EXPECT_EQ(readOne(row.text), (FacetNumbers{0, 0.5, -1, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
     }
 }
 
-TEST(StlAsciiFacets, NumbersBeyondAFloatBecomeInfiniteOrZero)
+TEST(StlAsciiFacets, NumbersOfManyForms)
 {
-    const Numbers expected = {infinity, 0, -infinity, 1, 1, 1, 1, 1, 1, 1, 1, 1};
-    EXPECT_EQ(readOne(asciiFacet({"1e39 1e-50 -1e39", "1 1 1", "1 1 1", "1 1 1"})), expected);
+    const FacetNumbers read =
+        readOne(asciiFacet({"-1 -0 .5", "1.25e2 +2 0x10", "inf -INF 1e-40", "3. 1E+2 1e39"}));
+    EXPECT_TRUE(sameBytes(
+        read, FacetNumbers{-1, -0.0F, 0.5F, 125, 2, 16, infinity, -infinity, 1e-40F, 3, 100, infinity}))
+        << ::testing::PrintToString(read);
+    const FacetNumbers odd = readOne(asciiFacet({"nan 0 1e-50", "-1e39 -NaN 1", "1 1 1", "1 1 1"}));
+    EXPECT_TRUE(sameBytes(odd, FacetNumbers{notANumber, 0, 0, -infinity, -notANumber, 1, 1, 1, 1, 1, 1, 1}))
+        << ::testing::PrintToString(odd);
 }
 
-TEST(StlAsciiFacets, TheFirstNumberThatDoesNotConvertEndsItsPoint)
+TEST(StlAsciiFacets, ANumberThatDoesNotConvertKeepsItsValueAndSoDoTheOthersOfItsPoint)
 {
-    // "a2" and "3" then count as the words of the outer line, so that "vertex" is no number of corner 0.
-    const std::string text = "facet normal 2 a2 3\nouter\nvertex 5 6 7\nvertex 8 9 10\nendloop\nendfacet\n";
-    EXPECT_EQ(readOne(text), (Numbers{2, 1, 1, 1, 1, 1, 5, 6, 7, 8, 9, 10}));
+    const struct {
+        const char *situation;
+        std::string text;
+        FacetNumbers expected;
+    } rows[] = {
+        {"the last number",
+         asciiFacet({"0 2 0", "11 12 13", "14 15 16", "17 18 abc"}),
+         {0, 2, 0, 11, 12, 13, 14, 15, 16, 17, 18, 1}},
+        {"what follows a number in its word counts as the next number",
+         asciiFacet({"0 2 0", "11 12 13", "14 15 16", "1.5abc 18 19"}),
+         {0, 2, 0, 11, 12, 13, 14, 15, 16, 1.5F, 1, 1}},
+        {"x counts as the keyword of the third corner and 16 as its first number",
+         asciiFacet({"0 2 0", "11 12 13", "14 x 16", "17 18 19"}),
+         {0, 2, 0, 11, 12, 13, 14, 1, 1, 16, 1, 1}},
+        {"a2 and 3 count as the outer line, so the first corner starts with the word vertex",
+         "facet normal 2 a2 3\nouter\nvertex 5 6 7\nvertex 8 9 10\nendloop\nendfacet\n",
+         {2, 1, 1, 1, 1, 1, 5, 6, 7, 8, 9, 10}},
+        {"the end of the file", "", {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}},
+        {"the end of the file before the first number", "facet normal", {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.situation);
+        EXPECT_EQ(readOne(row.text), row.expected);
+    }
 }
 
-TEST(StlAsciiFacets, AtTheEndOfTheFileAFacetKeepsItsNumbers)
+TEST(StlAsciiFacets, FacetsOfAllFormsInAnyOrder)
 {
-    EXPECT_EQ(readOne(""), ones);
-    EXPECT_EQ(readOne("facet normal"), ones);
+    const struct {
+        std::string text;
+        FacetNumbers numbers;
+    } forms[] = {
+        {stlCommonFacetText, {}},
+        {asciiFacet({"1 2 3", "4 5 6", "7 8 9", "10 11 12"}), {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}},
+        {asciiFacet({"0x21 22 23", "24 25 26", "27 28 29", "30 31 32"}),
+         {33, 22, 23, 24, 25, 26, 27, 28, 29, 30, 31, 32}},
+    };
+    for (const auto &first : forms) {
+        for (const auto &second : forms) {
+            for (const auto &third : forms) {
+                const Stream in = streamOf("label\n" + first.text + second.text + third.text);
+                StlAsciiFacetReader reader(in.get());
+                StlFacet facet;
+                for (const auto *form : {&first, &second, &third}) {
+                    reader.read(facet);
+                    EXPECT_EQ(numbersOf(facet), form->numbers);
+                }
+            }
+        }
+    }
 }
 
 TEST(StlAsciiFacets, AReadErrorIsKept)
 {
-    const std::string common = asciiFacet({" 0.00000000E+00  0.00000000E+00  1.00000000E+00",
-                                           " 0.00000000E+00  0.00000000E+00  0.00000000E+00",
-                                           " 1.00000000E+00  0.00000000E+00  0.00000000E+00",
-                                           " 0.00000000E+00  1.00000000E+00  0.00000000E+00"});
-    // Found by the block reader, and by fscanf after a number that only it reads.
-    for (const std::string &readable :
-         {common.substr(0, 150), std::string("facet normal 0x1 2 3\nouter loop\nver")}) {
-        SCOPED_TRACE(readable);
-        const Stream in = streamFailingAfter("label\n" + readable);
+    const struct {
+        const char *foundBy;
+        std::string readable;
+    } rows[] = {
+        {"the block reader", std::string(stlCommonFacetText).substr(0, stlCommonFacetSize / 2)},
+        {"fscanf, after a number that only it reads", "facet normal 0x1 2 3\nouter loop\nver"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.foundBy);
+        const Stream in = streamFailingAfter("label\n" + row.readable);
         StlAsciiFacetReader reader(in.get());
         StlFacet facet;
         reader.read(facet);

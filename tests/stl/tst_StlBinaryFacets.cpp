@@ -12,7 +12,7 @@ namespace {
 
 std::string recordOf(const BinaryFacet &facet) { return binaryStl("", {facet}).substr(stlBinaryPreludeSize); }
 
-// As the file has it: twelve little-endian numbers and two bytes.
+// As in the file: twelve little-endian numbers and two bytes.
 std::string recordOf(const StlFacet &facet)
 {
     std::string record;
@@ -25,7 +25,7 @@ std::string recordOf(const StlFacet &facet)
     return record;
 }
 
-TEST(StlBinaryFacets, TheLowestByteIsTheFirst)
+TEST(StlBinaryFacets, TheLowestByteOfANumberComesFirst)
 {
     EXPECT_EQ(stlLittleEndian("\x78\x56\x34\x92"), 0x92345678U);
 }
@@ -44,9 +44,22 @@ TEST(StlBinaryFacets, ARecordIsNormalCornersAndAttribute)
     EXPECT_EQ(reader.error(), 0);
 }
 
-// As fread and fgetc leave it: the bytes that are missing are those of the facet before, but an attribute
-// byte that is missing is what fgetc returns at the end of the file.
-TEST(StlBinaryFacets, ARecordCutAnywhereKeepsTheRestOfTheFacetBefore)
+TEST(StlBinaryFacets, EveryBitOfANumberIsKept)
+{
+    std::string record;
+    for (const std::uint32_t bits : {0x7F800001U, 0xFFC12345U, 0x80000000U, 0x00000001U, 0xFF800000U})
+        appendLittleEndian(record, bits);
+    record.resize(stlBinaryFacetSize);
+    const Stream in = streamOf(record);
+    StlBinaryFacetReader reader(in.get());
+    StlFacet read;
+    reader.read(read);
+    EXPECT_EQ(recordOf(read), record);
+}
+
+// As with fread and fgetc: missing bytes keep the values of the previous facet, except that a missing
+// attribute byte is what fgetc returns at the end of the file.
+TEST(StlBinaryFacets, ARecordCutAnywhereKeepsTheRestOfThePreviousFacet)
 {
     const std::vector<BinaryFacet> facets = differentFacets(2);
     const std::string first = recordOf(facets[0]);
@@ -60,8 +73,8 @@ TEST(StlBinaryFacets, ARecordCutAnywhereKeepsTheRestOfTheFacetBefore)
         EXPECT_EQ(recordOf(read), first);
         reader.read(read);
         std::string expected = second.substr(0, size) + first.substr(size);
-        for (std::size_t at = std::max<std::size_t>(size, 48); at < expected.size(); ++at)
-            expected[at] = '\xFF';
+        for (std::size_t at = expected.size() - sizeof read.attribute; at < expected.size(); ++at)
+            expected[at] = at < size ? expected[at] : '\xFF';
         EXPECT_EQ(recordOf(read), expected);
         EXPECT_EQ(reader.error(), 0);
     }
@@ -69,7 +82,7 @@ TEST(StlBinaryFacets, ARecordCutAnywhereKeepsTheRestOfTheFacetBefore)
 
 TEST(StlBinaryFacets, AReadErrorIsKept)
 {
-    const Stream in = streamFailingAfter(std::string(70, '\0'));
+    const Stream in = streamFailingAfter(std::string(stlBinaryFacetSize + 20, '\0'));
     StlBinaryFacetReader reader(in.get());
     StlFacet read;
     reader.read(read);

@@ -1,6 +1,10 @@
+#include "stl/StlBinaryFacets.h"
+#include "stl/StlBlocks.h"
 #include "stl/StlReader.h"
+#include "tests/stl/FacetNumbers.h"
 #include "tests/support/DyingProcess.h"
 #include "tests/support/MeshFiles.h"
+#include "tests/support/NanSigns.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
 
@@ -12,9 +16,11 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <type_traits>
+#include <unistd.h>
 
-// The tests of failing allocations need a null pointer where the sanitizer would end the process.
+// Failing allocations must return null; the sanitizer would end the process instead.
 extern "C" const char *__asan_default_options();
 extern "C" const char *__asan_default_options() { return "allocator_may_return_null=1"; }
 
@@ -29,7 +35,7 @@ constexpr bool underAddressSanitizer = false;
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 
-// Others may hand these to code that knows their layout.
+// The order of the fields and the values of the enumeration are fixed: other code may rely on the layout.
 static_assert(binary == 0 && ascii == 1);
 static_assert(std::is_same_v<std::underlying_type_t<StlType>, std::int32_t>);
 static_assert(offsetof(StlFacet, normal) < offsetof(StlFacet, vertex));
@@ -80,40 +86,28 @@ protected:
 
     void loadFacets(const std::vector<BinaryFacet> &facets) { load(binaryStl("", facets)); }
 
+    ProcessOutcome outcomeOfInitializing(const std::string &path)
+    {
+        return outcomeOf([this, &path] { stl_initialize(mesh, path.c_str()); });
+    }
+
     TemporaryFolder folder;
     StlMesh mesh;
     std::string standardError;
 };
 
-std::vector<float> numbersOf(const StlFacet &facet)
+void expectVertex(const StlVertex &vertex, const StlVertex &expected)
 {
-    std::vector<float> numbers;
-    for (const StlVertex *triple : {&facet.normal, &facet.vertex[0], &facet.vertex[1], &facet.vertex[2]})
-        numbers.insert(numbers.end(), {triple->x, triple->y, triple->z});
-    return numbers;
+    EXPECT_TRUE(sameOrBothNan(vertex.x, expected.x)) << vertex.x;
+    EXPECT_TRUE(sameOrBothNan(vertex.y, expected.y)) << vertex.y;
+    EXPECT_TRUE(sameOrBothNan(vertex.z, expected.z)) << vertex.z;
 }
 
-std::vector<float> numbersOf(const BinaryFacet &facet)
-{
-    return {facet.numbers.begin(), facet.numbers.end()};
-}
+const FacetNumbers oneToNine = {0, 0, 1, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+const std::string oneToNineText = asciiFacet({"0 0 1", "1 2 3", "4 5 6", "7 8 9"});
 
-std::uint32_t bitsOf(float value)
-{
-    std::uint32_t bits = 0;
-    std::memcpy(&bits, &value, sizeof bits);
-    return bits;
-}
-
-void expectVertex(const StlVertex &vertex, float x, float y, float z)
-{
-    EXPECT_EQ(vertex.x, x);
-    EXPECT_EQ(vertex.y, y);
-    EXPECT_EQ(vertex.z, z);
-}
-
-// Four facets: the first corners first, the rest all corners at the given point.
-std::vector<BinaryFacet> fourFacets(const std::array<float, 12> &first, float everywhere)
+// The given facet and three with all numbers equal.
+std::vector<BinaryFacet> fourFacets(const FacetNumbers &first, float everywhere)
 {
     std::vector<BinaryFacet> facets(4);
     for (BinaryFacet &facet : facets)
@@ -152,98 +146,54 @@ TEST_F(StlReader, OneByteAbove127BetweenOffsets84And211MakesAFileBinary)
     }
 }
 
-TEST_F(StlReader, AFileThatBeginsWithSolidCanBeBinary)
+TEST_F(StlReader, NothingElseTellsBinaryFromAscii)
 {
-    initialize(binaryStl("solid not at all", differentFacets(4)));
-    EXPECT_EQ(mesh.stats.type, binary);
-    EXPECT_EQ(mesh.stats.facetCount, 4);
-}
-
-TEST_F(StlReader, AFileWithoutSolidCanBeAscii)
-{
-    initialize("a mesh\n" + asciiFacet({"0 0 1", "0 0 0", "1 0 0", "0 1 0"}));
-    EXPECT_EQ(mesh.stats.type, ascii);
-    EXPECT_EQ(mesh.stats.facetCount, 1);
-}
-
-TEST_F(StlReader, ABinaryFileWithoutAHighByteInTheTestedBlockIsReadAsAscii)
-{
-    std::vector<BinaryFacet> facets(4);
-    facets[3].numbers.fill(-1.0F); // beyond offset 211
-    initialize(binaryStl("", facets));
-    EXPECT_EQ(mesh.stats.type, ascii);
-    EXPECT_EQ(mesh.stats.facetCount, 0);
-}
-
-TEST_F(StlReader, OnlyTheBytesOfAShortFileAreTested)
-{
-    initialize(std::string(84, '\xFF'));
-    EXPECT_EQ(mesh.stats.type, ascii);
-    EXPECT_EQ(mesh.stats.facetCount, 0);
-
-    // What an earlier file left in memory must not count.
-    initialize(binaryStl("", differentFacets(4)));
-    ASSERT_EQ(mesh.stats.type, binary);
-    initialize(std::string(100, 'a'));
-    EXPECT_EQ(mesh.stats.type, ascii);
+    std::vector<BinaryFacet> lastFacetNegative(4);
+    lastFacetNegative[3].numbers.fill(-1.0F); // beyond offset 211
+    struct Row {
+        const char *situation;
+        std::string bytes;
+        StlType type;
+        int facetCount;
+    };
+    // The order matters: bytes of the previous file must not count.
+    const Row rows[] = {
+        {"a binary file that begins with solid", binaryStl("solid not at all", differentFacets(4)), binary,
+         4},
+        {"a file that ends before the tested bytes", std::string(84, '\xFF'), ascii, 0},
+        {"an ASCII file that does not begin with solid", "a mesh\n" + oneToNineText, ascii, 1},
+        {"a binary file with all high bytes elsewhere", binaryStl("", lastFacetNegative), ascii, 0},
+        {"another binary file", binaryStl("", differentFacets(5)), binary, 5},
+        {"a file that ends within the tested bytes", std::string(100, 'a'), ascii, 0},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.situation);
+        initialize(row.bytes);
+        EXPECT_EQ(mesh.stats.type, row.type);
+        EXPECT_EQ(mesh.stats.facetCount, row.facetCount);
+        EXPECT_EQ(mesh.stats.initialFacetCount, row.facetCount);
+    }
 }
 
 // Binary files
 
-TEST_F(StlReader, FourBinaryFacetsAreRead)
+TEST_F(StlReader, BinaryFacetsAreReadInOrder)
 {
-    const std::vector<BinaryFacet> facets = differentFacets(4);
-    const std::string bytes = binaryStl("four", facets);
-    ASSERT_EQ(bytes.size(), 284U);
-    load(bytes);
-
-    EXPECT_EQ(standardError, "");
-    EXPECT_EQ(mesh.stats.type, binary);
-    EXPECT_EQ(mesh.stats.facetCount, 4);
-    EXPECT_EQ(mesh.stats.initialFacetCount, 4);
-    EXPECT_EQ(mesh.stats.allocatedFacetCount, 4);
-    for (std::size_t i = 0; i < 4; ++i) {
-        EXPECT_EQ(numbersOf(mesh.facets[i]), numbersOf(facets[i])) << "facet " << i;
-        EXPECT_EQ(mesh.facets[i].attribute[0], facets[i].attribute[0]) << "facet " << i;
-        EXPECT_EQ(mesh.facets[i].attribute[1], facets[i].attribute[1]) << "facet " << i;
+    constexpr std::size_t moreThanABlock = StlBlockReader::blockSize / stlBinaryFacetSize + 1;
+    for (const std::size_t count : {std::size_t{4}, moreThanABlock}) {
+        SCOPED_TRACE(count);
+        const std::vector<BinaryFacet> facets = differentFacets(static_cast<int>(count));
+        load(binaryStl("", facets));
+        EXPECT_EQ(standardError, "");
+        ASSERT_EQ(mesh.stats.facetCount, static_cast<std::int32_t>(count));
+        EXPECT_EQ(mesh.stats.initialFacetCount, mesh.stats.facetCount);
+        EXPECT_EQ(mesh.stats.allocatedFacetCount, mesh.stats.facetCount);
+        for (std::size_t i = 0; i < count; ++i) {
+            ASSERT_EQ(numbersOf(mesh.facets[i]), facets[i].numbers) << "facet " << i;
+            ASSERT_EQ(mesh.facets[i].attribute[0], facets[i].attribute[0]) << "facet " << i;
+            ASSERT_EQ(mesh.facets[i].attribute[1], facets[i].attribute[1]) << "facet " << i;
+        }
     }
-    EXPECT_EQ(mesh.facets[3].attribute[1], 8);
-}
-
-TEST_F(StlReader, BinaryNumbersAreLittleEndian)
-{
-    std::string bytes = binaryStl("", differentFacets(4));
-    bytes.replace(84, 8, std::string("\x00\x00\xC0\x3F\xCD\xCC\xCC\xBD", 8));
-    load(bytes);
-    EXPECT_EQ(mesh.facets[0].normal.x, 1.5F);
-    EXPECT_EQ(mesh.facets[0].normal.y, -0.1F);
-}
-
-TEST_F(StlReader, EveryBitOfABinaryNumberIsKept)
-{
-    const std::uint32_t patterns[] = {0x7F800001U, 0xFFC12345U, 0x80000000U, 0x00000001U, 0xFF800000U};
-    std::string bytes = binaryStl("", differentFacets(4));
-    std::string numbers;
-    for (const std::uint32_t bits : patterns)
-        appendLittleEndian(numbers, bits);
-    bytes.replace(84, numbers.size(), numbers);
-    load(bytes);
-    const StlFacet &facet = mesh.facets[0];
-    const StlVertex *triples[] = {&facet.normal, &facet.vertex[0]};
-    EXPECT_EQ(bitsOf(triples[0]->x), patterns[0]);
-    EXPECT_EQ(bitsOf(triples[0]->y), patterns[1]);
-    EXPECT_EQ(bitsOf(triples[0]->z), patterns[2]);
-    EXPECT_EQ(bitsOf(triples[1]->x), patterns[3]);
-    EXPECT_EQ(bitsOf(triples[1]->y), patterns[4]);
-}
-
-TEST_F(StlReader, ManyBinaryFacetsAreReadInOrder)
-{
-    const std::vector<BinaryFacet> facets = differentFacets(5000);
-    load(binaryStl("", facets));
-    ASSERT_EQ(mesh.stats.facetCount, 5000);
-    for (std::size_t i = 0; i < facets.size(); ++i)
-        ASSERT_EQ(numbersOf(mesh.facets[i]), numbersOf(facets[i])) << "facet " << i;
 }
 
 TEST_F(StlReader, ABinaryHeaderIsCopiedAsItIs)
@@ -258,47 +208,38 @@ TEST_F(StlReader, ABinaryHeaderIsCopiedAsItIs)
 
 TEST_F(StlReader, AnotherCountInTheHeaderIsOnlyAWarning)
 {
-    struct Row {
-        std::uint32_t storedCount;
-        const char *standardError;
-    };
-    const char *const warning = "Warning: File size doesn't match number of facets in the header\n";
-    const Row rows[] = {{4, ""},      {0, warning},           {3, warning},
-                        {5, warning}, {0x04000000U, warning}, {0xFFFFFFFFU, warning}};
-    for (const Row &row : rows) {
-        SCOPED_TRACE(row.storedCount);
-        load(binaryStl("", row.storedCount, differentFacets(4)));
-        EXPECT_EQ(standardError, row.standardError);
+    for (const std::uint32_t count : {0U, 3U, 4U, 5U, 0x04000000U, 0xFFFFFFFFU}) {
+        SCOPED_TRACE(count);
+        load(binaryStl("", count, differentFacets(4)));
+        EXPECT_EQ(standardError,
+                  count == 4 ? "" : "Warning: File size doesn't match number of facets in the header\n");
         EXPECT_EQ(mesh.stats.facetCount, 4);
-        EXPECT_EQ(numbersOf(mesh.facets[3]), numbersOf(differentFacets(4)[3]));
+        EXPECT_EQ(numbersOf(mesh.facets[3]), differentFacets(4)[3].numbers);
     }
 }
 
 TEST_F(StlReader, ABinaryFileOfTheWrongSizeEndsTheProcess)
 {
     const std::string fiveFacets = binaryStl("", differentFacets(5));
-    for (const std::size_t size : {88U, 134U, 184U, 234U, 235U, 283U, 285U, 300U, 333U}) {
-        SCOPED_TRACE(size);
-        writeBytes("wrong size.stl", std::string_view(fiveFacets).substr(0, size));
-        const ProcessOutcome outcome = outcomeOf([this] { stl_initialize(mesh, "wrong size.stl"); });
+    std::vector<std::string> files = {"solid " + std::string(100, 'x') + "\xC3\xBC\nendsolid\n"}; // ASCII
+    for (const std::size_t size : {88U, 134U, 184U, 234U, 235U, 283U, 285U, 300U, 333U})
+        files.push_back(fiveFacets.substr(0, size));
+    for (const std::string &bytes : files) {
+        SCOPED_TRACE(bytes.size());
+        writeBytes("wrong size.stl", bytes);
+        const ProcessOutcome outcome = outcomeOfInitializing("wrong size.stl");
         EXPECT_TRUE(outcome.exited);
         EXPECT_EQ(outcome.status, 1);
         EXPECT_EQ(outcome.standardError, "The file wrong size.stl has the wrong size.\n");
     }
 }
 
-TEST_F(StlReader, AnAsciiFileWithAnUmlautInItsLongLabelIsRefusedAsABinaryOne)
-{
-    writeBytes("umlaut.stl", "solid " + std::string(100, 'x') + "\xC3\xBC\nendsolid\n");
-    const ProcessOutcome outcome = outcomeOf([this] { stl_initialize(mesh, "umlaut.stl"); });
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.standardError, "The file umlaut.stl has the wrong size.\n");
-}
+// Files that cannot be read
 
-// Files that cannot be opened
-
-TEST_F(StlReader, AFileThatCannotBeOpenedEndsTheProcess)
+TEST_F(StlReader, AFileThatCannotBeReadEndsTheProcess)
 {
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    const Stream writer = openStream("pipe", "r+"); // or opening the pipe for reading would wait
     const std::string longPath(5000, 'p');
     const std::pair<std::string, std::string> rows[] = {
         {"missing.stl", "No such file or directory"},
@@ -306,11 +247,11 @@ TEST_F(StlReader, AFileThatCannotBeOpenedEndsTheProcess)
         {"no folder/in.stl", "No such file or directory"},
         {"100%s%n.stl", "No such file or directory"},
         {longPath, "File name too long"},
+        {"pipe", "Illegal seek"},
     };
     for (const auto &[path, reason] : rows) {
         SCOPED_TRACE(path);
-        const ProcessOutcome outcome =
-            outcomeOf([this, &path = path] { stl_initialize(mesh, path.c_str()); });
+        const ProcessOutcome outcome = outcomeOfInitializing(path);
         EXPECT_TRUE(outcome.exited);
         EXPECT_EQ(outcome.status, 1);
         std::string line = "stl_initialize: Couldn't open ";
@@ -332,7 +273,7 @@ TEST_F(StlReader, ADirectoryIsAMeshWithoutFacets)
 
 // The facet count of an ASCII file
 
-TEST_F(StlReader, TheLinesOfAnAsciiFileTellItsFacetCount)
+TEST_F(StlReader, TheFacetCountOfAnAsciiFileComesFromItsLines)
 {
     const std::string five = "line\nline\nline\nline\nline\n";
     struct Row {
@@ -351,7 +292,7 @@ TEST_F(StlReader, TheLinesOfAnAsciiFileTellItsFacetCount)
         {"a line of four blanks counts", five + "    \n", 1},
         {"blank lines do not count", five + "\n\n\n\n\n\n\n", 0},
         {"a last line without line feed does not count", five + "abcdefgh", 0},
-        {"no carriage return of a line end counts", five + "abc\r\n", 0},
+        {"the carriage return of a line end does not count", five + "abc\r\n", 0},
         {"four characters before carriage return and line feed", five + "abcd\r\n", 1},
         {"a carriage return elsewhere counts", five + "ab\rc\n", 1},
         {"of two carriage returns the first counts", five + "abc\r\r\n", 1},
@@ -371,21 +312,19 @@ TEST_F(StlReader, TheLinesOfAnAsciiFileTellItsFacetCount)
     }
 }
 
-TEST_F(StlReader, AWellFormedFileHasTwoLinesAndSevenForEachFacet)
+TEST_F(StlReader, AWellFormedFileHasTwoLinesAndSevenPerFacet)
 {
-    for (const char *lineEnd : {"\n", "\r\n"}) {
-        for (int n = 0; n <= 9; ++n) {
-            SCOPED_TRACE(n);
-            std::string text = "solid  (null)\n";
-            for (int i = 0; i < n; ++i)
-                text += asciiFacet({"0 0 1", "0 0 0", "1 0 0", "0 1 0"});
-            text += "endsolid\n";
-            for (std::size_t at = text.find('\n'); at != std::string::npos;
-                 at = text.find('\n', at + std::strlen(lineEnd)))
-                text.replace(at, 1, lineEnd);
-            initialize(text);
-            EXPECT_EQ(mesh.stats.facetCount, n);
-        }
+    std::string facets;
+    for (int n = 0; n <= 9; ++n) {
+        SCOPED_TRACE(n);
+        std::string text = "solid  (null)\n" + facets + "endsolid\n";
+        initialize(text);
+        EXPECT_EQ(mesh.stats.facetCount, n);
+        for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 2))
+            text.replace(at, 1, "\r\n");
+        initialize(text);
+        EXPECT_EQ(mesh.stats.facetCount, n);
+        facets += oneToNineText;
     }
 }
 
@@ -425,7 +364,7 @@ TEST_F(StlReader, TheFirstLineOfAnAsciiFileIsItsLabel)
     }
 }
 
-TEST_F(StlReader, AShortLabelHidesTheLongOneBefore)
+TEST_F(StlReader, AShortLabelReplacesALongOne)
 {
     load(binaryStl(std::string(80, 'x'), differentFacets(4)));
     load("ab\n");
@@ -434,86 +373,29 @@ TEST_F(StlReader, AShortLabelHidesTheLongOneBefore)
 
 // The facets of an ASCII file
 
-TEST_F(StlReader, AsciiFacetsAreRead)
+TEST_F(StlReader, AsciiFacetsAreReadInOrder)
 {
-    load("solid x\n" + asciiFacet({"0 0 1", "1 2 3", "4 5 6", "7 8 9"}) +
-         asciiFacet({"-1 -0 .5", "1.25e2 +2 0x10", "inf -INF 1e-40", "3. 1E+2 1e39"}) + "endsolid x\n");
+    load("solid x\n" + oneToNineText + asciiFacet({"0 1 0", "-1 -2 -3", "0x10 5 6", "7 8 9"}) + "endsolid\n");
     ASSERT_EQ(mesh.stats.facetCount, 2);
-    EXPECT_EQ(numbersOf(mesh.facets[0]), (std::vector<float>{0, 0, 1, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
-    EXPECT_EQ(numbersOf(mesh.facets[1]),
-              (std::vector<float>{-1, 0, 0.5F, 125, 2, 16, infinity, -infinity, 1e-40F, 3, 100, infinity}));
-    EXPECT_TRUE(std::signbit(mesh.facets[1].normal.y));
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(mesh.facets[i].attribute[0], 0);
-        EXPECT_EQ(mesh.facets[i].attribute[1], 0);
-    }
     EXPECT_EQ(mesh.stats.allocatedFacetCount, 2);
+    EXPECT_EQ(numbersOf(mesh.facets[0]), oneToNine);
+    EXPECT_EQ(numbersOf(mesh.facets[1]), (FacetNumbers{0, 1, 0, -1, -2, -3, 16, 5, 6, 7, 8, 9}));
 }
 
-TEST_F(StlReader, NotANumberIsANumberInAsciiToo)
+TEST_F(StlReader, ANumberThatDoesNotConvertKeepsTheValueOfThePreviousFacet)
 {
-    load("solid x\n" + asciiFacet({"nan 0 1", "1 2 3", "4 5 6", "7 8 -NaN"}) + "endsolid x\n");
-    ASSERT_EQ(mesh.stats.facetCount, 1);
-    EXPECT_TRUE(std::isnan(mesh.facets[0].normal.x));
-    EXPECT_TRUE(std::isnan(mesh.facets[0].vertex[2].z));
-    EXPECT_EQ(mesh.facets[0].vertex[2].y, 8.0F);
-}
-
-TEST_F(StlReader, KeywordsAreSkippedUnread)
-{
-    load("label\n"
-         "a b 0 0 1\n"
-         "c d\n"
-         "1 1 2 3\n"
-         "e 4 5 6\n"
-         "f 7 8 9\n"
-         "1\n2\n"
-         "3 4 10 11 12\nlong line\nlong line\n");
-    ASSERT_EQ(mesh.stats.facetCount, 1);
-    EXPECT_EQ(numbersOf(mesh.facets[0]), (std::vector<float>{0, 0, 1, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
-}
-
-TEST_F(StlReader, AnAsciiFacetMayBeSpreadOverLinesInAnyWay)
-{
-    load("label\r\n"
-         "facet\r\n\tnormal 0\r\n0 1 outer\r\n\r\nloop vertex 1 2 3 vertex\v4 5\f6 vertex\r\n"
-         "7\r\n8\r\n9\r\nendloop\r\nendfacet\r\n"
-         "long line\r\n");
-    ASSERT_EQ(mesh.stats.facetCount, 1);
-    EXPECT_EQ(numbersOf(mesh.facets[0]), (std::vector<float>{0, 0, 1, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
-}
-
-TEST_F(StlReader, AFieldThatDoesNotConvertKeepsTheValueOfTheFacetBefore)
-{
-    load("solid x\n" + asciiFacet({"0 0 1", "1 2 3", "4 5 6", "7 8 9"}) +
-         asciiFacet({"0 1 0", "11 12 13", "14 15 16", "17 18 abc"}) + "endsolid x\n");
+    load("solid x\n" + oneToNineText + asciiFacet({"0 1 0", "11 12 13", "14 15 16", "17 18 abc"}) +
+         "endsolid x\n");
     ASSERT_EQ(mesh.stats.facetCount, 2);
-    EXPECT_EQ(numbersOf(mesh.facets[1]), (std::vector<float>{0, 1, 0, 11, 12, 13, 14, 15, 16, 17, 18, 9}));
+    EXPECT_EQ(numbersOf(mesh.facets[1]), (FacetNumbers{0, 1, 0, 11, 12, 13, 14, 15, 16, 17, 18, 9}));
 }
 
-TEST_F(StlReader, WhatFollowsTheNumberInAFieldFailsAsTheNextField)
-{
-    load("solid x\n" + asciiFacet({"0 0 1", "1 2 3", "4 5 6", "7 8 9"}) +
-         asciiFacet({"0 1 0", "11 12 13", "14 15 16", "1.5abc 18 19"}) + "endsolid x\n");
-    ASSERT_EQ(mesh.stats.facetCount, 2);
-    EXPECT_EQ(numbersOf(mesh.facets[1]), (std::vector<float>{0, 1, 0, 11, 12, 13, 14, 15, 16, 1.5F, 8, 9}));
-}
-
-TEST_F(StlReader, AFailedFieldShiftsTheKeywordsThatFollow)
-{
-    // "x" passes for the keyword of the third corner and 16 for its x.
-    load("solid x\n" + asciiFacet({"0 0 1", "1 2 3", "4 5 6", "7 8 9"}) +
-         asciiFacet({"0 1 0", "11 12 13", "14 x 16", "17 18 19"}) + "endsolid x\n");
-    ASSERT_EQ(mesh.stats.facetCount, 2);
-    EXPECT_EQ(numbersOf(mesh.facets[1]), (std::vector<float>{0, 1, 0, 11, 12, 13, 14, 5, 6, 16, 8, 9}));
-}
-
-TEST_F(StlReader, BeforeTheFirstFacetEveryFieldIsZero)
+TEST_F(StlReader, BeforeTheFirstFacetEveryNumberIsZero)
 {
     load(binaryStl("", differentFacets(4))); // nothing of an earlier mesh shows through
     load("solid x\n" + asciiFacet({"0 0 1", "1 2 3", "4 5 6", "7 abc 9"}) + "endsolid x\n");
     ASSERT_EQ(mesh.stats.facetCount, 1);
-    EXPECT_EQ(numbersOf(mesh.facets[0]), (std::vector<float>{0, 0, 1, 1, 2, 3, 4, 5, 6, 7, 0, 0}));
+    EXPECT_EQ(numbersOf(mesh.facets[0]), (FacetNumbers{0, 0, 1, 1, 2, 3, 4, 5, 6, 7, 0, 0}));
     EXPECT_EQ(mesh.facets[0].attribute[0], 0);
     EXPECT_EQ(mesh.facets[0].attribute[1], 0);
 }
@@ -523,16 +405,10 @@ TEST_F(StlReader, SurplusFacetsRepeatTheLastOne)
     std::string comments;
     for (int i = 0; i < 14; ++i)
         comments += "comment\n";
-    load("solid x\n" + asciiFacet({"0 0 1", "1 2 3", "4 5 6", "7 8 9"}) + "endsolid x\n" + comments);
+    load("solid x\n" + oneToNineText + "endsolid x\n" + comments);
     ASSERT_EQ(mesh.stats.facetCount, 3);
     for (int i = 0; i < 3; ++i)
-        EXPECT_EQ(numbersOf(mesh.facets[i]), (std::vector<float>{0, 0, 1, 1, 2, 3, 4, 5, 6, 7, 8, 9})) << i;
-}
-
-TEST_F(StlReader, LinesThatAreNotCountedLoseFacets)
-{
-    load("solid x\n" + asciiFacet({"0 0 1", "1 2 3", "4 5 6", "7 8 9"}) + "a\nb\nc\nd\ne\nf\ng\n");
-    EXPECT_EQ(mesh.stats.facetCount, 1);
+        EXPECT_EQ(numbersOf(mesh.facets[i]), oneToNine) << i;
 }
 
 // Loading in parts
@@ -540,23 +416,24 @@ TEST_F(StlReader, LinesThatAreNotCountedLoseFacets)
 TEST_F(StlReader, LoadingFromALaterFacetStillStartsAtTheFirstOfTheFile)
 {
     const std::vector<BinaryFacet> facets = differentFacets(5);
+    const struct {
+        std::string bytes;
+        FacetNumbers first;
+    } files[] = {{binaryStl("", facets), facets[0].numbers},
+                 {"solid x\n" + oneToNineText + oneToNineText + oneToNineText + "endsolid\n", oneToNine}};
+    for (const auto &file : files) {
+        initialize(file.bytes);
+        SCOPED_TRACE(mesh.stats.type);
+        stl_allocate_facets(mesh);
+        stl_load_facets(mesh, 2, true);
+        EXPECT_EQ(numbersOf(mesh.facets[0]), FacetNumbers{});
+        EXPECT_EQ(numbersOf(mesh.facets[1]), FacetNumbers{});
+        EXPECT_EQ(numbersOf(mesh.facets[2]), file.first);
+    }
     initialize(binaryStl("", facets));
     stl_allocate_facets(mesh);
     stl_load_facets(mesh, 2, true);
-    EXPECT_EQ(numbersOf(mesh.facets[0]), std::vector<float>(12, 0.0F));
-    EXPECT_EQ(numbersOf(mesh.facets[1]), std::vector<float>(12, 0.0F));
-    EXPECT_EQ(numbersOf(mesh.facets[2]), numbersOf(facets[0]));
-    EXPECT_EQ(numbersOf(mesh.facets[4]), numbersOf(facets[2]));
-}
-
-TEST_F(StlReader, LoadingAsciiFromALaterFacetSkipsOnlyTheLabel)
-{
-    initialize("solid x\n" + asciiFacet({"0 0 1", "1 2 3", "4 5 6", "7 8 9"}) +
-               asciiFacet({"0 1 0", "11 12 13", "14 15 16", "17 18 19"}) + "endsolid x\n");
-    stl_allocate_facets(mesh);
-    stl_load_facets(mesh, 1, true);
-    EXPECT_EQ(numbersOf(mesh.facets[0]), std::vector<float>(12, 0.0F));
-    EXPECT_EQ(numbersOf(mesh.facets[1]), (std::vector<float>{0, 0, 1, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    EXPECT_EQ(numbersOf(mesh.facets[4]), facets[2].numbers);
 }
 
 TEST_F(StlReader, LoadingThatIsNotTheFirstWidensTheExtents)
@@ -567,8 +444,8 @@ TEST_F(StlReader, LoadingThatIsNotTheFirstWidensTheExtents)
     mesh.stats.min = {0.0F, -100.0F, 4.5F};
     mesh.stats.firstEdgeExtent = 42.0F;
     stl_load_facets(mesh, 0, false);
-    expectVertex(mesh.stats.max, 100.0F, 6.0F, 6.0F);
-    expectVertex(mesh.stats.min, -7.0F, -100.0F, 4.0F);
+    expectVertex(mesh.stats.max, {100.0F, 6.0F, 6.0F});
+    expectVertex(mesh.stats.min, {-7.0F, -100.0F, 4.0F});
     EXPECT_EQ(mesh.stats.firstEdgeExtent, 42.0F);
 }
 
@@ -584,73 +461,79 @@ TEST_F(StlReader, TheFileStaysOpenForTheCallerToClose)
 
 // Statistics
 
-TEST_F(StlReader, TheExtentsAreTheSmallestAndLargestCornersOfAllFacets)
+TEST_F(StlReader, StatisticsOfFourFacets)
 {
-    std::vector<BinaryFacet> facets = fourFacets({-90, 90, 90, 1, 2, 3, 4, -5, 6, 7, 8, -9}, 1.0F);
-    facets[3].numbers = {0, 0, 0, 1, 1, 1, -20, 1, 1, 1, 1, 30};
-    loadFacets(facets);
-    expectVertex(mesh.stats.max, 7.0F, 8.0F, 30.0F);
-    expectVertex(mesh.stats.min, -20.0F, -5.0F, -9.0F);
-    expectVertex(mesh.stats.size, 27.0F, 13.0F, 39.0F);
-    EXPECT_EQ(mesh.stats.boundingDiameter, std::sqrt(2419.0F)); // 729 + 169 + 1521
-}
-
-TEST_F(StlReader, AMeshAwayFromTheOriginDoesNotReachIt)
-{
-    loadFacets(fourFacets({0, 0, -1, 10, -10, 10, 11, -11, 11, 12, -12, 12}, -10.5F));
-    EXPECT_EQ(mesh.stats.max.y, -10.0F);
-    load("solid x\n" + asciiFacet({"0 0 1", "11 12 13", "14 15 16", "17 18 19"}) + "endsolid x\n");
-    expectVertex(mesh.stats.min, 11.0F, 12.0F, 13.0F);
-    expectVertex(mesh.stats.max, 17.0F, 18.0F, 19.0F);
-}
-
-TEST_F(StlReader, NotANumberChangesNoExtent)
-{
-    loadFacets(fourFacets({-1, 0, 1, 1, 2, 3, notANumber, 4, 5, 3, notANumber, notANumber}, 2.0F));
-    expectVertex(mesh.stats.max, 3.0F, 4.0F, 5.0F);
-    expectVertex(mesh.stats.min, 1.0F, 2.0F, 2.0F);
-}
-
-TEST_F(StlReader, NotANumberInTheFirstCornerStays)
-{
-    loadFacets(fourFacets({-1, 0, 1, notANumber, 2, 3, 1, 4, 5, 3, 4, 5}, 2.0F));
-    EXPECT_TRUE(std::isnan(mesh.stats.max.x));
-    EXPECT_TRUE(std::isnan(mesh.stats.min.x));
-    EXPECT_TRUE(std::isnan(mesh.stats.size.x));
-    EXPECT_TRUE(std::isnan(mesh.stats.boundingDiameter));
-    EXPECT_EQ(mesh.stats.max.y, 4.0F);
-    EXPECT_EQ(mesh.stats.min.z, 2.0F);
-}
-
-TEST_F(StlReader, InfiniteCornersMakeInfiniteExtents)
-{
-    loadFacets(fourFacets({-1, 0, 1, infinity, 2, 3, -infinity, 4, 5, 3, 4, 5}, 2.0F));
-    EXPECT_EQ(mesh.stats.max.x, infinity);
-    EXPECT_EQ(mesh.stats.min.x, -infinity);
-    EXPECT_EQ(mesh.stats.size.x, infinity);
-    EXPECT_EQ(mesh.stats.boundingDiameter, infinity);
-}
-
-TEST_F(StlReader, TheBoundingDiameterIsComputedInSinglePrecision)
-{
-    loadFacets(fourFacets({-1, 0, 1, 0, 0, 0, 1e20F, 0, 0, 0, 0, 0}, 0.0F));
-    EXPECT_EQ(mesh.stats.size.x, 1e20F);
-    EXPECT_EQ(mesh.stats.boundingDiameter, infinity); // the square leaves the range of a float
-
-    loadFacets(fourFacets({-1, 0, 1, 0, 0, 0, 1e-30F, 0, 0, 0, 0, 0}, 0.0F));
-    EXPECT_EQ(mesh.stats.size.x, 1e-30F);
-    EXPECT_EQ(mesh.stats.boundingDiameter, 0.0F);
+    struct Box {
+        StlVertex min, max, size;
+    };
+    struct Row {
+        const char *situation;
+        FacetNumbers first;
+        float everywhere; // all numbers of the other three facets
+        Box box;
+        float diameter;
+    };
+    const Row rows[] = {
+        {"extremes in every corner, the normal left out",
+         {-90, 90, 90, 1, 2, -9, 7, -5, 30, -20, 8, 6},
+         1,
+         {{-20, -5, -9}, {7, 8, 30}, {27, 13, 39}},
+         std::sqrt(2419.0F)},
+        {"extremes in the last facet",
+         {0, 0, -1, 1, 2, 3, 4, 5, 6, 2, 2, 2},
+         7,
+         {{1, 2, 2}, {7, 7, 7}, {6, 5, 5}},
+         std::sqrt(86.0F)},
+        {"all coordinates below zero",
+         {0, 0, 1, -1, -2, -3, -4, -5, -6, -2, -2, -2},
+         -7,
+         {{-7, -7, -7}, {-1, -2, -2}, {6, 5, 5}},
+         std::sqrt(86.0F)},
+        {"a NaN changes nothing",
+         {-1, 0, 1, 1, 2, 3, notANumber, 4, 5, 3, notANumber, notANumber},
+         2,
+         {{1, 2, 2}, {3, 4, 5}, {2, 2, 3}},
+         std::sqrt(17.0F)},
+        {"a NaN in the first corner stays",
+         {-1, 0, 1, notANumber, 2, 3, 1, 4, 5, 3, 4, 5},
+         2,
+         {{notANumber, 2, 2}, {notANumber, 4, 5}, {notANumber, 2, 3}},
+         notANumber},
+        {"infinite corners",
+         {-1, 0, 1, infinity, 2, 3, -infinity, 4, 5, 3, 4, 5},
+         2,
+         {{-infinity, 2, 2}, {infinity, 4, 5}, {infinity, 2, 3}},
+         infinity},
+        {"a square above the range of a float",
+         {-1, 0, 1, 0, 0, 0, 1e20F, 0, 0, 0, 0, 0},
+         0,
+         {{0, 0, 0}, {1e20F, 0, 0}, {1e20F, 0, 0}},
+         infinity},
+        {"a square below the range of a float",
+         {-1, 0, 1, 0, 0, 0, 1e-30F, 0, 0, 0, 0, 0},
+         0,
+         {{0, 0, 0}, {1e-30F, 0, 0}, {1e-30F, 0, 0}},
+         0},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.situation);
+        loadFacets(fourFacets(row.first, row.everywhere));
+        expectVertex(mesh.stats.min, row.box.min);
+        expectVertex(mesh.stats.max, row.box.max);
+        expectVertex(mesh.stats.size, row.box.size);
+        EXPECT_TRUE(sameOrBothNan(mesh.stats.boundingDiameter, row.diameter)) << mesh.stats.boundingDiameter;
+    }
 }
 
 TEST_F(StlReader, TheFirstEdgeExtentIsTheLargestStepFromTheFirstToTheSecondCorner)
 {
-    const std::array<float, 12> rows[] = {
+    const FacetNumbers rows[] = {
         {0, 0, -1, 1, 2, 3, -8, 4, 5, 90, 90, 90},
         {0, 0, -1, 1, 2, 3, 4, 11, 5, 90, 90, 90},
         {0, 0, -1, 1, 2, 3, 4, 5, -6, 90, 90, 90},
         {0, 0, -1, -1, 2, 3, 8, 2, 3, 90, 90, 90},
     };
-    for (const auto &row : rows) {
+    for (const FacetNumbers &row : rows) {
         loadFacets(fourFacets(row, 1000.0F));
         EXPECT_EQ(mesh.stats.firstEdgeExtent, 9.0F);
     }
@@ -659,17 +542,17 @@ TEST_F(StlReader, TheFirstEdgeExtentIsTheLargestStepFromTheFirstToTheSecondCorne
 TEST_F(StlReader, AMeshWithoutFacetsLeavesTheExtentsAsTheyWere)
 {
     loadFacets(fourFacets({0, 0, -1, 1, 2, 3, 4, 5, 7, 3, 3, 3}, 2.0F));
-    expectVertex(mesh.stats.max, 4.0F, 5.0F, 7.0F);
-    expectVertex(mesh.stats.min, 1.0F, 2.0F, 2.0F);
+    expectVertex(mesh.stats.max, {4.0F, 5.0F, 7.0F});
+    expectVertex(mesh.stats.min, {1.0F, 2.0F, 2.0F});
 
     mesh.stats.max = {9.0F, 5.0F, 7.0F};
     load("solid empty\nendsolid\n");
     EXPECT_EQ(mesh.stats.facetCount, 0);
     EXPECT_EQ(mesh.stats.initialFacetCount, 0);
     EXPECT_EQ(mesh.stats.allocatedFacetCount, 0);
-    expectVertex(mesh.stats.max, 9.0F, 5.0F, 7.0F);
-    expectVertex(mesh.stats.min, 1.0F, 2.0F, 2.0F);
-    expectVertex(mesh.stats.size, 8.0F, 3.0F, 5.0F);
+    expectVertex(mesh.stats.max, {9.0F, 5.0F, 7.0F});
+    expectVertex(mesh.stats.min, {1.0F, 2.0F, 2.0F});
+    expectVertex(mesh.stats.size, {8.0F, 3.0F, 5.0F});
     EXPECT_EQ(mesh.stats.boundingDiameter, std::sqrt(98.0F));
 }
 
@@ -684,7 +567,7 @@ TEST_F(StlReader, AFreshTableIsZeroFilled)
     ASSERT_NE(mesh.facets, nullptr);
     ASSERT_NE(mesh.auxTable, nullptr);
     for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(numbersOf(mesh.facets[i]), std::vector<float>(12, 0.0F));
+        EXPECT_EQ(numbersOf(mesh.facets[i]), FacetNumbers{});
         EXPECT_EQ(mesh.facets[i].attribute[0], 0);
         EXPECT_EQ(mesh.facets[i].attribute[1], 0);
         EXPECT_EQ(mesh.auxTable[i].reserved, 0);
@@ -693,10 +576,10 @@ TEST_F(StlReader, AFreshTableIsZeroFilled)
 
 TEST_F(StlReader, InitializingAgainStartsWithoutTables)
 {
-    // The sanitizer's leak check tells whether the first tables were released.
+    // The leak check of the sanitizer shows whether the first tables were released.
     loadFacets(differentFacets(4));
     ASSERT_NE(mesh.facets, nullptr);
-    initialize("solid x\n" + asciiFacet({"0 0 1", "1 2 3", "4 5 6", "7 8 9"}) + "endsolid x\n");
+    initialize("solid x\n" + oneToNineText + "endsolid x\n");
     EXPECT_EQ(mesh.facets, nullptr);
     EXPECT_EQ(mesh.auxTable, nullptr);
     EXPECT_EQ(mesh.stats.facetCount, 1);
@@ -748,7 +631,7 @@ std::size_t addressSpaceInUse()
 {
     std::size_t pages = 0;
     std::ifstream("/proc/self/statm") >> pages;
-    return pages * 4096;
+    return pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
 TEST_F(StlReader, AMissingSecondTableIsNotReported)
@@ -774,7 +657,7 @@ TEST_F(StlReader, WithoutFacetsTheSizeIsComputedEvenWithoutTables)
     mesh.stats.max = {9.0F, 5.0F, 7.0F};
     mesh.stats.min = {1.0F, 2.0F, 2.0F};
     stl_load_facets(mesh, 0, true);
-    expectVertex(mesh.stats.size, 8.0F, 3.0F, 5.0F);
+    expectVertex(mesh.stats.size, {8.0F, 3.0F, 5.0F});
 }
 
 } // namespace
