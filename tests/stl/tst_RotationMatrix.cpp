@@ -23,15 +23,6 @@ Rows rowsOf(const RotationMatrix &matrix)
     return rows;
 }
 
-RotationMatrix matrixOf(const Rows &rows)
-{
-    RotationMatrix matrix;
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j)
-            matrix[i][j] = rows[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)];
-    return matrix;
-}
-
 std::array<double, 3> turned(const RotationMatrix &matrix, std::array<double, 3> point)
 {
     matrix.apply(point[0], point[1], point[2]);
@@ -46,14 +37,14 @@ void expectNear(const RotationMatrix &matrix, const Rows &expected)
             EXPECT_DOUBLE_EQ(rows[i][j], expected[i][j]) << "row " << i << ", column " << j;
 }
 
-TEST(RotationMatrix, AFreshOneIsMarkedAsNotInUse)
+TEST(RotationMatrix, ANewMatrixIsMarkedAsNotInUse)
 {
     const RotationMatrix matrix;
     EXPECT_EQ(matrix[0][0], 999.0);
     EXPECT_FALSE(matrix.inUse());
 }
 
-TEST(RotationMatrix, TheTopLeftElementAloneTellsWhetherItIsInUse)
+TEST(RotationMatrix, TheTopLeftElementDecidesWhetherAMatrixIsInUse)
 {
     struct Row {
         double topLeft;
@@ -70,7 +61,7 @@ TEST(RotationMatrix, TheTopLeftElementAloneTellsWhetherItIsInUse)
     }
 }
 
-TEST(RotationMatrix, AnAngleOfZeroIsInUse)
+TEST(RotationMatrix, ARotationByZeroIsInUse)
 {
     const Rows identity = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
     for (const RotationMatrix &matrix :
@@ -80,7 +71,7 @@ TEST(RotationMatrix, AnAngleOfZeroIsInUse)
     }
 }
 
-TEST(RotationMatrix, EachAxisHasItsRows)
+TEST(RotationMatrix, RowsForEachAxis)
 {
     expectNear(RotationMatrix::aboutX(0.5),
                {{{1, 0, 0}, {0, cosOfHalf, -sinOfHalf}, {0, sinOfHalf, cosOfHalf}}});
@@ -120,19 +111,19 @@ TEST(RotationMatrix, AnAngleWithoutCosineSwitchesYAndZOff)
     }
 }
 
-TEST(RotationMatrix, APointIsTakenAsAColumn)
+TEST(RotationMatrix, APointIsAColumnVector)
 {
-    const RotationMatrix matrix = matrixOf({{{1, 10, 100}, {2, 20, 200}, {3, 30, 300}}});
+    const RotationMatrix matrix = {{{1, 10, 100}, {2, 20, 200}, {3, 30, 300}}};
     EXPECT_EQ(turned(matrix, {1, 1, 1}), (std::array<double, 3>{111, 222, 333}));
     EXPECT_EQ(turned(matrix, {1, 2, 3}), (std::array<double, 3>{321, 642, 963}));
 }
 
 TEST(RotationMatrix, ProductsAndSumsAreRoundedOneByOne)
 {
-    // Fused, the product of the two numbers next to one would keep its last digit.
+    // A fused multiply-add would not round the product of the two neighbours of one.
     constexpr double above = 1.0 + 0x1p-52;
     constexpr double below = 1.0 - 0x1p-53;
-    const RotationMatrix matrix = matrixOf({{{-1, above, 0}, {0, 0, 0}, {0, 0, 0}}});
+    const RotationMatrix matrix = {{{-1, above, 0}, {0, 0, 0}, {0, 0, 0}}};
     volatile double product = above * below; // rounded
     EXPECT_EQ(turned(matrix, {product, below, 0})[0], 0.0);
 }

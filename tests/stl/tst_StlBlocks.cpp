@@ -1,4 +1,6 @@
 #include "stl/StlBlocks.h"
+#include "stl/StlCommonFacet.h"
+#include "stl/StlLimits.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
 
@@ -12,7 +14,7 @@ namespace {
 
 constexpr std::size_t blockSize = StlBlockReader::blockSize;
 
-// Bytes that tell their place.
+// Bytes that differ from place to place.
 std::string numberedBytes(std::size_t size)
 {
     std::string bytes;
@@ -58,12 +60,12 @@ TEST(StlBlocks, TheStreamIsReadFromWhereItStands)
     EXPECT_EQ(std::getc(in.get()), 'd');
 }
 
-// Sizes around one and two blocks, taken in steps that meet the borders in every way.
-TEST(StlBlocks, AllBytesComeInOrderOverBlockBorders)
+// Sizes around one and more blocks, in steps that meet the borders in many ways.
+TEST(StlBlocks, AllBytesComeInOrderAcrossBlockBorders)
 {
     for (const std::size_t size : {std::size_t{0}, std::size_t{1}, blockSize - 1, blockSize, blockSize + 1,
-                                   blockSize + 4096, 2 * blockSize + 5000, 3 * blockSize}) {
-        for (const std::size_t step : {std::size_t{284}, std::size_t{999}, std::size_t{4096},
+                                   blockSize + streamPageSize, 2 * blockSize + 5000, 3 * blockSize}) {
+        for (const std::size_t step : {stlCommonFacetSize, std::size_t{stlLongestLine}, streamPageSize,
                                        std::size_t{70001}, blockSize - 1, blockSize}) {
             SCOPED_TRACE(std::to_string(size) + " bytes by " + std::to_string(step));
             const std::string bytes = numberedBytes(size);
@@ -82,10 +84,10 @@ TEST(StlBlocks, AllBytesComeInOrderOverBlockBorders)
     }
 }
 
-TEST(StlBlocks, AWholeBlockCanBeHadWhateverIsLeftOfTheOneBefore)
+TEST(StlBlocks, AWholeBlockIsAheadWhateverIsLeftOfThePreviousOne)
 {
     const std::string bytes = numberedBytes(3 * blockSize);
-    for (const std::size_t taken : {std::size_t{1}, std::size_t{4095}, std::size_t{4096}, std::size_t{4097},
+    for (const std::size_t taken : {std::size_t{1}, streamPageSize - 1, streamPageSize, streamPageSize + 1,
                                     blockSize / 2, blockSize - 1, blockSize}) {
         SCOPED_TRACE(taken);
         const Stream in = streamOf(bytes);
@@ -98,7 +100,7 @@ TEST(StlBlocks, AWholeBlockCanBeHadWhateverIsLeftOfTheOneBefore)
     }
 }
 
-TEST(StlBlocks, AtTheEndOfItsLifeTheStreamStandsBehindWhatWasTaken)
+TEST(StlBlocks, TheDestructorLeavesTheStreamAfterWhatWasTaken)
 {
     const std::string bytes = numberedBytes(2 * blockSize + 10);
     for (const std::size_t taken : {std::size_t{0}, std::size_t{1}, blockSize, blockSize + 1, bytes.size()}) {
@@ -120,7 +122,7 @@ TEST(StlBlocks, AtTheEndOfItsLifeTheStreamStandsBehindWhatWasTaken)
     }
 }
 
-TEST(StlBlocks, OthersCanReadBetween)
+TEST(StlBlocks, OthersCanReadInBetween)
 {
     const std::string bytes = numberedBytes(blockSize + 20000);
     const Stream in = streamOf(bytes);
@@ -142,7 +144,7 @@ TEST(StlBlocks, OthersCanReadBetween)
     EXPECT_TRUE(got == bytes);
 }
 
-TEST(StlBlocks, AfterTheEndTheReaderGoesOnWhereTheStreamIsSetTo)
+TEST(StlBlocks, AfterTheEndReadingGoesOnFromWhereTheStreamIsSet)
 {
     const Stream in = streamOf("abcdef");
     StlBlockReader reader(in.get());
@@ -151,7 +153,7 @@ TEST(StlBlocks, AfterTheEndTheReaderGoesOnWhereTheStreamIsSetTo)
     EXPECT_EQ(reader.ahead(1), "");
     reader.giveBack();
     ASSERT_EQ(std::fseek(in.get(), 4, SEEK_SET), 0);
-    EXPECT_EQ(reader.ahead(1), "") << "the end is not asked about again";
+    EXPECT_EQ(reader.ahead(1), "") << "the stream is not asked again";
     reader.continueFromStream();
     EXPECT_EQ(reader.ahead(1), "ef");
 }
@@ -195,14 +197,14 @@ struct Pipe {
     int out = -1;
 };
 
-// The pipe is still open and would be waited for if more than the line were asked of it.
-TEST(StlBlocks, OfAPipeALineIsReadWithoutWaitingForTheNext)
+// The writing end is still open: asking for more than the line would wait.
+TEST(StlBlocks, ALineOfAPipeIsReadWithoutWaitingForTheNext)
 {
     Pipe pipe;
     ASSERT_TRUE(pipe.write("one\n"));
     StlBlockReader reader(pipe.in.get());
-    EXPECT_EQ(reader.ahead(284), "one\n");
-    EXPECT_EQ(reader.ahead(999), "one\n");
+    EXPECT_EQ(reader.ahead(stlCommonFacetSize), "one\n");
+    EXPECT_EQ(reader.ahead(stlLongestLine), "one\n");
     reader.take(4);
     ASSERT_TRUE(pipe.write("two\nthree"));
     pipe.closeOut();
@@ -214,66 +216,58 @@ TEST(StlBlocks, OfAPipeALineIsReadWithoutWaitingForTheNext)
     EXPECT_EQ(reader.error(), 0);
 }
 
-TEST(StlBlocks, OfAPipeNothingBehindTheLineIsTaken)
+TEST(StlBlocks, NothingAfterTheLineOfAPipeIsTaken)
 {
     Pipe pipe;
     ASSERT_TRUE(pipe.write("one\ntwo\nthree\n"));
     {
         StlBlockReader reader(pipe.in.get());
-        reader.take(reader.ahead(284).size());
-        reader.take(reader.ahead(284).size());
+        reader.take(reader.ahead(stlCommonFacetSize).size());
+        reader.take(reader.ahead(stlCommonFacetSize).size());
     }
     char rest[20] = {};
     ASSERT_NE(std::fgets(rest, sizeof rest, pipe.in.get()), nullptr);
     EXPECT_STREQ(rest, "three\n");
 }
 
-TEST(StlBlocks, ALongLineOfAPipeComesInPiecesOf999Characters)
+TEST(StlBlocks, ALongLineOfAPipeComesInPieces)
 {
     Pipe pipe;
-    const std::string line = numberedBytes(2500);
-    std::string noLineFeed = line;
-    std::replace(noLineFeed.begin(), noLineFeed.end(), '\n', ' ');
-    ASSERT_TRUE(pipe.write(noLineFeed + "\nend"));
+    std::string line = numberedBytes(2500);
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    ASSERT_TRUE(pipe.write(line + "\nend"));
     pipe.closeOut();
     StlBlockReader reader(pipe.in.get());
-    for (const std::string &piece : {noLineFeed.substr(0, 999), noLineFeed.substr(999, 999),
-                                     noLineFeed.substr(1998) + "\n", std::string("end")}) {
+    for (const std::string &piece :
+         {line.substr(0, stlLongestLine), line.substr(stlLongestLine, stlLongestLine),
+          line.substr(std::size_t{2} * stlLongestLine) + "\n", std::string("end")}) {
         EXPECT_EQ(reader.ahead(blockSize), piece);
         reader.take(piece.size());
     }
     EXPECT_EQ(reader.ahead(1), "");
 }
 
-TEST(StlBlocks, ADirectoryFails)
+TEST(StlBlocks, AStreamThatCannotBeReadGivesTheSystemsError)
 {
     const TemporaryFolder folder;
-    const Stream in = openStream(".", "r");
-    StlBlockReader reader(in.get());
-    EXPECT_EQ(reader.error(), 0);
-    EXPECT_EQ(reader.ahead(1), "");
-    EXPECT_EQ(reader.error(), EISDIR);
-}
-
-TEST(StlBlocks, AStreamForWritingFails)
-{
-    const TemporaryFolder folder;
-    const Stream in = openStream("out", "w");
-    StlBlockReader reader(in.get());
-    EXPECT_EQ(reader.ahead(1), "");
-    EXPECT_EQ(reader.error(), EBADF);
-    EXPECT_NE(std::ferror(in.get()), 0);
-}
-
-TEST(StlBlocks, APipeThatCannotBeReadFails)
-{
     int ends[2] = {-1, -1};
     ASSERT_EQ(pipe(ends), 0);
     close(ends[0]);
-    const Stream in(fdopen(ends[1], "w"));
-    StlBlockReader reader(in.get());
-    EXPECT_EQ(reader.ahead(1), "");
-    EXPECT_EQ(reader.error(), EBADF);
+    const struct {
+        const char *situation;
+        Stream in;
+        int error;
+    } rows[] = {{"a directory", openStream(".", "r"), EISDIR},
+                {"a file open for writing", openStream("out", "w"), EBADF},
+                {"the writing end of a pipe", Stream(fdopen(ends[1], "w")), EBADF}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.situation);
+        StlBlockReader reader(row.in.get());
+        EXPECT_EQ(reader.error(), 0);
+        EXPECT_EQ(reader.ahead(1), "");
+        EXPECT_EQ(reader.error(), row.error);
+        EXPECT_NE(std::ferror(row.in.get()), 0);
+    }
 }
 
 } // namespace

@@ -58,24 +58,23 @@ TEST(StlLines, BlanksAndTabsAreNotTrimmed)
     expectLines("a \r\n", {{"a \r\n", "a "}});
 }
 
-TEST(StlLines, AZeroByteEndsWhatIsSeenOfALine)
+TEST(StlLines, ALineEndsForTheCallerAtAZeroByte)
 {
     expectLines(std::string_view("a\0b\nc\n", 6), {{"a", "a"}, {"c\n", "c"}});
     expectLines(std::string_view("a\r\0b\n", 5), {{"a\r", "a"}});
     expectLines(std::string_view("\0\n", 2), {{"", ""}});
 }
 
-TEST(StlLines, ALineOf999CharactersIsAPieceOfItsOwn)
+TEST(StlLines, ALongLineComesInPieces)
 {
-    const std::string x998(998, 'x');
-    expectLines(x998 + "\ny\n", {{x998 + "\n", x998}, {"y\n", "y"}});
-    expectLines(x998 + "x\ny\n", {{x998 + "x", x998 + "x"}, {"\n", ""}, {"y\n", "y"}});
-    expectLines(x998 + "xz\ny\n", {{x998 + "x", x998 + "x"}, {"z\n", "z"}, {"y\n", "y"}});
-    expectLines(x998 + "\r\ny\n", {{x998 + "\r", x998}, {"\n", ""}, {"y\n", "y"}});
-    expectLines(x998 + "x", {{x998 + "x", x998 + "x"}});
-    expectLines(
-        std::string(2500, 'x'),
-        {{x998 + "x", x998 + "x"}, {x998 + "x", x998 + "x"}, {std::string(502, 'x'), std::string(502, 'x')}});
+    const std::string full(stlLongestLine, 'x');
+    const std::string shorter(stlLongestLine - 1, 'x');
+    expectLines(shorter + "\ny\n", {{shorter + "\n", shorter}, {"y\n", "y"}});
+    expectLines(shorter + "\r\ny\n", {{shorter + "\r", shorter}, {"\n", ""}, {"y\n", "y"}});
+    expectLines(full, {{full, full}});
+    expectLines(full + "\ny\n", {{full, full}, {"\n", ""}, {"y\n", "y"}});
+    expectLines(full + "z\ny\n", {{full, full}, {"z\n", "z"}, {"y\n", "y"}});
+    expectLines(full + full + "xyz", {{full, full}, {full, full}, {"xyz", "xyz"}});
 }
 
 TEST(StlLines, AtTheEndTheLastLineStays)
@@ -116,7 +115,7 @@ std::vector<std::string> wordsOf(std::string_view line)
     std::vector<std::string> all;
     for (std::string_view word = words.next(); !word.empty(); word = words.next())
         all.emplace_back(word);
-    EXPECT_EQ(words.next(), "") << "at the end it stays at the end";
+    EXPECT_EQ(words.next(), "") << "the end is for good";
     return all;
 }
 
@@ -144,7 +143,7 @@ Point pointOf(std::string_view text)
     return point;
 }
 
-TEST(StlLines, TheFirstWordThatIsNoNumberEndsThePoint)
+TEST(StlLines, TheFirstWordThatIsNotANumberEndsThePoint)
 {
     struct Row {
         const char *text;
@@ -164,8 +163,8 @@ TEST(StlLines, TheFirstWordThatIsNoNumberEndsThePoint)
     }
 }
 
-// The reader takes whole blocks, so it meets the error before the lines in front of it are asked for.
-TEST(StlLines, AnErrorCountsOnlyOnceItsLineIsAskedFor)
+// The reader takes whole blocks, so it meets the error before it is asked for the lines ahead of it.
+TEST(StlLines, AnErrorCountsOnlyWhenItsLineIsAskedFor)
 {
     const Stream in = streamFailingAfter("one\ntwo\n");
     StlLineReader reader(in.get());
@@ -189,9 +188,9 @@ TEST(StlLines, ALineThatAnErrorCutsShortIsNotRead)
     }
 }
 
-TEST(StlLines, APieceOf999CharactersIsWholeWithoutALineFeed)
+TEST(StlLines, AFullPieceIsWholeWithoutALineFeed)
 {
-    const Stream in = streamFailingAfter(std::string(999, 'a'));
+    const Stream in = streamFailingAfter(std::string(stlLongestLine, 'a'));
     StlLineReader reader(in.get());
     ASSERT_TRUE(reader.next());
     EXPECT_FALSE(reader.failed());
@@ -199,7 +198,7 @@ TEST(StlLines, APieceOf999CharactersIsWholeWithoutALineFeed)
     EXPECT_TRUE(reader.failed());
 }
 
-TEST(StlLines, TheEndOfAFileIsNoFailure)
+TEST(StlLines, TheEndOfAFileIsNotAFailure)
 {
     for (const char *text : {"", "one", "one\n"}) {
         const Stream in = streamOf(text);

@@ -1,5 +1,5 @@
+#include "stl/StlLimits.h"
 #include "stl/StlNumberText.h"
-#include "tests/support/TextFile.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -36,8 +36,8 @@ TEST(StlNumberText, NumbersAreWrittenWithEightDecimals)
         {1.5, " 1.50000000E+00", " 1.50000000E+00"},
         {-0.25, "-2.50000000E-01", "-2.50000000E-01"},
         {123456789.0, " 1.23456789E+08", " 1.23456789E+08"},
-        {1.234567885, " 1.23456788E+00", " 1.23456788E+00"}, // lies below the tie
-        {1.000000005, " 1.00000000E+00", " 1.00000000E+00"}, // so does this one
+        {1.234567885, " 1.23456788E+00", " 1.23456788E+00"}, // below the tie
+        {1.000000005, " 1.00000000E+00", " 1.00000000E+00"}, // likewise
         {100000000.5, " 1.00000000E+08", " 1.00000000E+08"}, // a true tie goes to the even digit
         {100000001.5, " 1.00000002E+08", " 1.00000002E+08"},
         {9.999999999, " 1.00000000E+01", " 1.00000000E+01"},
@@ -134,7 +134,7 @@ TEST(StlNumberText, OnlyTheCharactersOfTheWordAreRead)
 TEST(StlNumberText, TheLongestWordIsRead)
 {
     double value = 0.0;
-    ASSERT_TRUE(stlReadNumber(std::string(998, '0') + "5", value));
+    ASSERT_TRUE(stlReadNumber(std::string(stlLongestLine - 1, '0') + "5", value));
     EXPECT_EQ(value, 5.0);
 }
 
