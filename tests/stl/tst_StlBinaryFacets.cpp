@@ -4,7 +4,6 @@
 #include "tests/support/TextFile.h"
 
 #include <cerrno>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 

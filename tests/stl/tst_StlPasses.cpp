@@ -6,7 +6,6 @@
 #include "tests/support/PlainRoad.h"
 #include "tests/support/TextFile.h"
 
-#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>

@@ -10,7 +10,6 @@
 
 #include <cmath>
 #include <cstddef>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
