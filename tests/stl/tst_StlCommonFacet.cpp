@@ -18,7 +18,7 @@ std::string number(int n)
     return text;
 }
 
-// Numbered from 1 on, every other one negative.
+// Multiples of 1/8 from the first to the twelfth, every other one negative.
 std::string facetText()
 {
     std::string points[4];
@@ -84,7 +84,7 @@ bool hasReadableExponent(const std::string &facet, std::size_t start, std::size_
     return exponent >= -14 && exponent <= 30;
 }
 
-// Within a point: a digit may become another one and a sign the other one, and nothing else.
+// Within a point only the digits and the signs may differ.
 TEST(StlCommonFacet, EveryChangeToAnotherFormInsideAPointIsRefused)
 {
     const std::string text = facetText();

@@ -61,7 +61,7 @@ struct WrittenNumber {
     const char *text;
 };
 
-// The kernel leaves it, and the exact way writes it as the C library does.
+// The kernel declines, and the exact conversion writes what the C library does.
 void expectDeclined(const WrittenNumber &number)
 {
     SCOPED_TRACE(number.text);
@@ -156,7 +156,7 @@ TEST(StlFixedNumber, ACarryGoesIntoTheExponent)
     }
 }
 
-// What lies beyond the kernel's exponents is still of the common form, or no longer.
+// Some numbers beyond the kernel's exponents still have the common form, others do not.
 TEST(StlFixedNumber, AtTheLastTwoDigitExponentsTheExactWayGoesOn)
 {
     const WrittenNumber rows[] = {
@@ -217,7 +217,7 @@ TEST(StlFixedNumber, TiesGoToTheEvenDigit)
     expectTie(1, 13);
 }
 
-// Ties of numbers above 1e9, where the power of ten is not exact, look like what lies just below them.
+// Where the power of ten is not exact, above 1e9, ties look like the numbers just below them.
 TEST(StlFixedNumber, TiesWithAnInexactPowerOfTenAreDeclined)
 {
     std::mt19937_64 random(817);
@@ -359,7 +359,7 @@ bool scanned(const std::string &text, double &value)
 
 std::uint64_t bitsOf(double value) { return stl_fixed_number::bitsOf(value); }
 
-// True if the kernel answered, which then must be what the C library says.
+// True if the kernel answered; the answer must then be that of the C library.
 bool isReadAsScanned(const std::string &text)
 {
     double value = 7.25;
@@ -521,8 +521,8 @@ TEST(StlFixedNumber, WhatIsSubnormalOrTooLargeForAFloatIsDeclined)
     }
 }
 
-// Nine digits whose nearest double lies in the middle of two floats while the number itself does not: for
-// about half of them rounding twice would give the wrong float.
+// Nine digits whose nearest double is halfway between two floats while the number itself is not: for about
+// half of them rounding twice would give the wrong float.
 TEST(StlFixedNumber, DigitsNextToTheMiddleOfTwoFloatsAreDeclined)
 {
     const char *const texts[] = {

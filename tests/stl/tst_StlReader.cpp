@@ -87,7 +87,10 @@ protected:
 
     ProcessOutcome outcomeOfInitializing(const std::string &path)
     {
-        return outcomeOf([this, &path] { stl_initialize(mesh, path.c_str()); });
+        return outcomeOf([this, &path] {
+            alarm(10); // a reader that waits for a pipe would wait forever
+            stl_initialize(mesh, path.c_str());
+        });
     }
 
     TemporaryFolder folder;
