@@ -124,18 +124,22 @@ TEST(StlAsciiFacets, FacetsOfAllFormsInAnyOrder)
 
 TEST(StlAsciiFacets, AReadErrorIsKept)
 {
+    // Goes to fscanf, which then meets the error before the blocks reach it.
+    const std::string odd = asciiFacet({"0x1 2 3", "1 2 3", "4 5 6", "7 8 9"});
     const struct {
         const char *foundBy;
         std::string readable;
     } rows[] = {
         {"the block reader", std::string(stlCommonFacetText).substr(0, stlCommonFacetSize / 2)},
-        {"fscanf, after a number that only it reads", "facet normal 0x1 2 3\nouter loop\nver"},
+        {"fscanf", std::string(2 * StlBlockReader::blockSize, ' ') + odd + odd.substr(0, odd.find("outer")) +
+                       std::string(3 * streamPageSize, ' ')},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.foundBy);
         const Stream in = streamFailingAfter("label\n" + row.readable);
         StlAsciiFacetReader reader(in.get());
         StlFacet facet;
+        reader.read(facet);
         reader.read(facet);
         EXPECT_EQ(reader.error(), EIO);
     }
