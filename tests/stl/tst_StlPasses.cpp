@@ -285,14 +285,14 @@ TEST(StlPasses, WhatFollowsAZeroByteInALineIsNotCopied)
 TEST(StlPasses, TheScanReadsFromWhereTheStreamStandsToTheEndsolidLine)
 {
     const std::string skipped = "rubbish\n";
-    const std::string read = label + facet + endLine;
+    const std::string whole = skipped + label + facet + endLine;
     for (const std::size_t more : {0U, 20000U}) {
-        const Stream in = streamOf(skipped + read + std::string(more, 'x'));
+        const Stream in = streamOf(whole + std::string(more, 'x'));
         ASSERT_EQ(std::fseek(in.get(), static_cast<long>(skipped.size()), SEEK_SET), 0);
         const Scan scan = scanOf(in.get());
         EXPECT_EQ(scan.result, 0);
         EXPECT_EQ(scan.extents, (Extents{-4, 7, 2, 8, -9, 6}));
-        EXPECT_EQ(std::ftell(in.get()), static_cast<long>(skipped.size() + read.size()));
+        EXPECT_EQ(std::ftell(in.get()), static_cast<long>(whole.size()));
     }
 }
 
@@ -309,7 +309,8 @@ TEST(StlPasses, TheRewriteWritesWhereTheOutputStands)
 
 TEST(StlPasses, AnOutputThatIsFullIsAFailure)
 {
-    for (const std::string &text : {label, label + facet + endLine, largeMesh()}) {
+    const std::string texts[] = {label, label + facet + endLine, largeMesh()};
+    for (const std::string &text : texts) {
         SCOPED_TRACE(text.size());
         const Stream in = streamOf(text);
         const Stream out = openStream("/dev/full", "w");
