@@ -1,7 +1,7 @@
 #include "tests/corpus/FieldProperty.h"
 
 #include "tests/corpus/PlainField.h"
-#include "tests/corpus/Verdict.h"
+#include "tests/support/Verdict.h"
 #include "widgets/LineEditCustom.h"
 
 #include <QLabel>

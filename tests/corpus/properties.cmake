@@ -3,9 +3,7 @@ set(corpus_folder ${CMAKE_CURRENT_LIST_DIR})
 
 add_library(meshvane_seed_corpus STATIC
     ${corpus_folder}/SeedCorpus.cpp
-    ${corpus_folder}/SeedCorpus.h
-    ${corpus_folder}/Verdict.cpp
-    ${corpus_folder}/Verdict.h)
+    ${corpus_folder}/SeedCorpus.h)
 target_link_libraries(meshvane_seed_corpus PUBLIC meshvane_test_support)
 meshvane_own_code(meshvane_seed_corpus)
 
@@ -14,7 +12,7 @@ add_library(meshvane_road_properties STATIC
     ${corpus_folder}/RoadOptions.h
     ${corpus_folder}/RoadProperties.cpp
     ${corpus_folder}/RoadProperties.h)
-target_link_libraries(meshvane_road_properties PUBLIC meshvane_transform meshvane_seed_corpus)
+target_link_libraries(meshvane_road_properties PUBLIC meshvane_transform_comparison meshvane_seed_corpus)
 # Replaces the function that ends the process in every program that links this.
 target_sources(meshvane_road_properties INTERFACE ${corpus_folder}/FatalSeam.cpp)
 meshvane_own_code(meshvane_road_properties)

@@ -1,10 +1,13 @@
-// The common facet, the block borders and the ways back from them, through the road and its plain twin:
-// nothing may differ.
+// The shortcuts of reader and passes, that is common facets and reading in blocks, and the ways back from
+// them, against the plain twin: nothing may differ.
 //
 // MESHVANE_TWIN_ROUNDS=n repeats the random parts n times with other seeds, and tries all 256 values of every
 // byte of a facet if n is more than one.
-#include "tests/stl/TwinComparison.h"
+#include "stl/StlBlocks.h"
+#include "stl/StlCommonFacet.h"
 #include "tests/support/MeshFiles.h"
+#include "tests/support/OddMeshText.h"
+#include "tests/support/StlComparison.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <algorithm>
@@ -16,8 +19,8 @@
 
 namespace {
 
-constexpr std::size_t blockSize = std::size_t{256} * 1024;
-constexpr std::size_t facetSize = 284;
+constexpr std::size_t blockSize = StlBlockReader::blockSize;
+constexpr std::size_t facetSize = stlCommonFacetSize;
 
 int rounds()
 {
@@ -101,13 +104,17 @@ std::string freeFacet(OddMeshText &odd)
     return text + "endloop" + gap + end + "endfacet now" + end;
 }
 
-constexpr std::size_t pointStarts[] = {15, 91, 152, 213}; // in a common facet
+std::size_t numberStart(std::size_t point, std::size_t number)
+{
+    return stlCommonPointStarts[point] + number * stlCommonNumberStep;
+}
 
 std::string facetWithOddNumber(OddMeshText &odd)
 {
     std::string facet = commonFacet(odd);
-    const std::size_t at = oneOf(odd, pointStarts) + 16 * static_cast<std::size_t>(odd.below(3));
-    return facet.replace(at, 15, oneOf(odd, oddNumbers));
+    const auto point = static_cast<std::size_t>(odd.below(4));
+    const auto number = static_cast<std::size_t>(odd.below(3));
+    return facet.replace(numberStart(point, number), stlFixedNumberSize, oneOf(odd, oddNumbers));
 }
 
 const char strayBytes[] = {'\0', '\r', '\n', ' ', '\t', '-', '+',    '0',    '9',    '/',
@@ -117,10 +124,10 @@ void mutateByte(OddMeshText &odd, std::string &text, std::size_t at)
 {
     const char byte =
         odd.oneIn(2) ? oneOf(odd, strayBytes) : static_cast<char>(static_cast<unsigned char>(odd.below(256)));
-    const int deed = odd.below(4);
-    if (deed == 0)
+    const int change = odd.below(4);
+    if (change == 0)
         text.insert(at, 1, byte);
-    else if (deed == 1)
+    else if (change == 1)
         text.erase(at, 1);
     else
         text[at] = byte;
@@ -157,8 +164,10 @@ struct Counts {
 
 void compare(const PassInput &input, const plain::Placement &placement, Counts &counts)
 {
-    const bool scanned = expectSameScan(input);
-    const bool rewritten = expectSameRewrite(input, placement);
+    Verdict verdict;
+    const bool scanned = compareScan(verdict, input);
+    const bool rewritten = compareRewrite(verdict, input, placement);
+    EXPECT_EQ(verdict.text(), "");
     EXPECT_EQ(scanned, rewritten) << "both passes accept the same texts";
     ++counts.compared;
     counts.accepted += scanned ? 1 : 0;
@@ -185,7 +194,7 @@ plain::Placement scaled()
     return placement;
 }
 
-// Every place of a facet, between two others, with a byte changed, put in or taken out.
+// Changes, inserts and removes a byte at every position of a facet between two others.
 class EveryByteOfAFacet {
 public:
     void run()
@@ -193,7 +202,7 @@ public:
         for (std::size_t at = 0; at < facetSize && !failed(); ++at) {
             SCOPED_TRACE("byte " + std::to_string(at));
             m_at = at;
-            compareWith(m_text.size(), '\0');
+            tryReplacing(1, "");
             if (rounds() > 1)
                 tryAllBytes();
             else
@@ -218,20 +227,15 @@ private:
 
     void tryByte(char byte)
     {
-        compareWith(1, byte);
+        tryReplacing(1, {byte});
         if (m_counts.compared % 3 == 0)
-            compareWith(0, byte);
+            tryReplacing(0, {byte});
     }
 
-    // Puts the byte in place of `replaced` others; the text's size stands for taking one out.
-    void compareWith(std::size_t replaced, char byte)
+    void tryReplacing(std::size_t oldBytes, const std::string &newBytes)
     {
         std::string text = m_text;
-        const std::size_t at = m_start + m_at;
-        if (replaced == m_text.size())
-            text.erase(at, 1);
-        else
-            text.replace(at, replaced, 1, byte);
+        text.replace(m_start + m_at, oldBytes, newBytes);
         compare(ofText(text), m_counts.compared % 2 == 0 ? m_turned : m_scaled, m_counts);
     }
 
@@ -256,7 +260,7 @@ TEST(FastRoadAgainstPlainTwin, ACommonFacetWithOneByteChangedPassesAlike)
     EXPECT_LT(places.counts().accepted, places.counts().compared);
 }
 
-// Runs one case after the other with a seed of its own; false ends it.
+// Runs the cases one after the other, each with a seed of its own, until one fails.
 template <typename Case>
 void forSeeds(std::uint64_t firstSeed, int cases, Case &&runCase)
 {
@@ -277,7 +281,7 @@ std::string mixedText(OddMeshText &odd)
     if (!odd.oneIn(4))
         text += "endsolid  \n";
     if (odd.oneIn(4))
-        text += commonFacet(odd); // is not read any more, or follows a facet
+        text += commonFacet(odd); // after "endsolid" it is not read
     if (odd.oneIn(3))
         mutateByte(odd, text, static_cast<std::size_t>(odd.below(static_cast<int>(text.size()))));
     if (odd.oneIn(8))
@@ -293,14 +297,14 @@ TEST(FastRoadAgainstPlainTwin, CommonFacetsAmongOddOnesPassAlike)
         input.isPipe = odd.oneIn(4);
         if (odd.oneIn(8))
             input.start = odd.below(static_cast<int>(input.text.size()) + 1);
-        compare(input, placementOf(odd), counts);
+        compare(input, odd.placement(), counts);
     });
     counts.print("common and odd facets");
     EXPECT_GT(counts.accepted, counts.compared / 5);
     EXPECT_LT(counts.accepted, counts.compared - counts.compared / 5);
 }
 
-// Numbers that leave the common form only when they are transformed: three-digit exponents, infinities, none.
+// Numbers that leave the common form only when they are transformed: three-digit exponents, infinities, NaN.
 TEST(FastRoadAgainstPlainTwin, CommonFacetsThatDoNotStayCommonPassAlike)
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -309,7 +313,7 @@ TEST(FastRoadAgainstPlainTwin, CommonFacetsThatDoNotStayCommonPassAlike)
         -1e100, 1e-99, 0.0,  -0.0,  infinity, -infinity, std::numeric_limits<double>::quiet_NaN()};
     Counts counts;
     forSeeds(6'000'000, 3000, [&](OddMeshText &odd) {
-        plain::Placement placement = placementOf(odd);
+        plain::Placement placement = odd.placement();
         placement.scale = {oneOf(odd, steps), odd.oneIn(2) ? 1.0 : oneOf(odd, steps), 1.0};
         if (odd.oneIn(2))
             placement.offsetAfter.z = oneOf(odd, steps);
@@ -369,7 +373,7 @@ TEST(FastRoadAgainstPlainTwin, TextsAroundBlockBordersPassAlike)
     Counts counts;
     forSeeds(7'000'000, 200, [&counts](OddMeshText &odd) {
         const std::size_t blocks = odd.oneIn(10) ? 2 : 1;
-        compare(ofText(textAroundBorder(odd, blocks * blockSize)), placementOf(odd), counts);
+        compare(ofText(textAroundBorder(odd, blocks * blockSize)), odd.placement(), counts);
     });
     counts.print("block borders");
     EXPECT_GT(counts.accepted, counts.compared / 10);
@@ -436,11 +440,18 @@ std::string asciiInput(OddMeshText &odd)
     return text + (odd.oneIn(2) ? linesFor(static_cast<std::size_t>(odd.below(4))) : "");
 }
 
+void expectSameReading(MeshTwins &meshes, const std::string &bytes)
+{
+    Verdict verdict;
+    meshes.compareReading(verdict, bytes);
+    EXPECT_EQ(verdict.text(), "");
+}
+
 TEST(FastRoadAgainstPlainTwin, AsciiFilesWithCommonFacetsAreReadAlike)
 {
     const TemporaryFolder folder;
-    TwinMeshes meshes;
-    forSeeds(8'000'000, 2500, [&meshes](OddMeshText &odd) { meshes.readAndCompare(asciiInput(odd)); });
+    MeshTwins meshes(ProcessEnd::inAChild);
+    forSeeds(8'000'000, 2500, [&meshes](OddMeshText &odd) { expectSameReading(meshes, asciiInput(odd)); });
     std::printf("ASCII files: %d read, %d facets\n", meshes.filesRead(), meshes.facetsRead());
     EXPECT_GT(meshes.filesRead(), 2400);
     EXPECT_GT(meshes.facetsRead(), 10000);
@@ -449,7 +460,7 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithCommonFacetsAreReadAlike)
 TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneByteOfAFacetChangedAreReadAlike)
 {
     const TemporaryFolder folder;
-    TwinMeshes meshes;
+    MeshTwins meshes(ProcessEnd::inAChild);
     OddMeshText odd(2);
     const std::string before = "solid\n" + commonFacet(odd);
     const std::string facet = commonFacet(odd);
@@ -460,7 +471,7 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneByteOfAFacetChangedAreReadAlike)
             SCOPED_TRACE("byte " + std::to_string(at));
             std::string text = before;
             text.append(facet).append(after)[before.size() + at] = byte;
-            meshes.readAndCompare(text);
+            expectSameReading(meshes, text);
         }
     }
     EXPECT_EQ(meshes.filesRead(), 2840);
@@ -469,18 +480,19 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneByteOfAFacetChangedAreReadAlike)
 TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneNumberBeyondFloatsAreReadAlike)
 {
     const TemporaryFolder folder;
-    TwinMeshes meshes;
+    MeshTwins meshes(ProcessEnd::inAChild);
     OddMeshText odd(3);
     const std::string before = "solid\n" + commonFacet(odd);
     const std::string facet = commonFacet(odd);
     const std::string after = commonFacet(odd) + "endsolid\n";
-    for (const std::size_t point : pointStarts) {
-        for (const std::size_t at : {point, point + 16, point + 32}) {
+    for (std::size_t point = 0; point < 4; ++point) {
+        for (std::size_t i = 0; i < 3; ++i) {
+            const std::size_t at = numberStart(point, i);
             for (const char *number : {" 9.00000000E+38", "-1.00000000E-39", " 1.00000000E-46"}) {
                 SCOPED_TRACE(number + (" at " + std::to_string(at)));
                 std::string text = before + facet;
-                text.replace(before.size() + at, 15, number).append(after);
-                meshes.readAndCompare(text);
+                text.replace(before.size() + at, stlFixedNumberSize, number).append(after);
+                expectSameReading(meshes, text);
             }
         }
     }
@@ -491,14 +503,14 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneNumberBeyondFloatsAreReadAlike)
 TEST(FastRoadAgainstPlainTwin, AsciiFilesCutAnywhereAreReadAlike)
 {
     const TemporaryFolder folder;
-    TwinMeshes meshes;
+    MeshTwins meshes(ProcessEnd::inAChild);
     OddMeshText odd(4);
     // Lines of blanks count but hold nothing, so both facets are read wherever the text ends.
     const std::string before = "solid\n" + replaced(linesFor(2), "line", "    ");
     const std::string text = commonFacet(odd) + commonFacet(odd) + "endsolid\n";
     for (std::size_t size = 0; size <= text.size(); ++size) {
         SCOPED_TRACE(size);
-        meshes.readAndCompare(before + text.substr(0, size));
+        expectSameReading(meshes, before + text.substr(0, size));
     }
     EXPECT_GE(meshes.facetsRead(), 2 * static_cast<int>(text.size()));
 }
@@ -525,8 +537,8 @@ std::string bigAsciiInput(OddMeshText &odd)
 TEST(FastRoadAgainstPlainTwin, AsciiFilesAroundBlockBordersAreReadAlike)
 {
     const TemporaryFolder folder;
-    TwinMeshes meshes;
-    forSeeds(9'000'000, 60, [&meshes](OddMeshText &odd) { meshes.readAndCompare(bigAsciiInput(odd)); });
+    MeshTwins meshes(ProcessEnd::inAChild);
+    forSeeds(9'000'000, 60, [&meshes](OddMeshText &odd) { expectSameReading(meshes, bigAsciiInput(odd)); });
     std::printf("big ASCII files: %d read, %d facets\n", meshes.filesRead(), meshes.facetsRead());
     EXPECT_GT(meshes.filesRead(), 55);
     EXPECT_GT(meshes.facetsRead(), 50000);

@@ -2,6 +2,7 @@
 
 #include "tests/support/MeshFiles.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <iterator>
@@ -126,6 +127,37 @@ double OddMeshText::parameter()
     if (oneIn(12))
         return odd[below(static_cast<int>(std::size(odd)))];
     return static_cast<double>(below(2000001) - 1000000) / (oneIn(2) ? 1000.0 : 7.0);
+}
+
+plain::Axes OddMeshText::axes()
+{
+    plain::Axes axes;
+    for (double *value : {&axes.x, &axes.y, &axes.z})
+        *value = parameter();
+    return axes;
+}
+
+plain::Rotation OddMeshText::rotation()
+{
+    plain::Rotation rotation;
+    if (oneIn(2))
+        return rotation;
+    for (auto &row : rotation.m)
+        for (double &element : row)
+            element = oneIn(3) ? 0.0 : std::sin(parameter());
+    return rotation;
+}
+
+plain::Placement OddMeshText::placement()
+{
+    plain::Placement placement;
+    if (oneIn(4))
+        return placement;
+    for (plain::Axes *part : {&placement.scale, &placement.offsetBefore, &placement.offsetAfter})
+        *part = axes();
+    for (plain::Rotation *part : {&placement.rotX, &placement.rotY, &placement.rotZ})
+        *part = rotation();
+    return placement;
 }
 
 std::string OddMeshText::ordinaryNumber()

@@ -1,5 +1,8 @@
-// Seeded makers of STL files that are odd, broken or both: food for comparisons and fuzzers.
+// Random STL files that are odd, broken or both, and random parameters for them: inputs for comparisons and
+// fuzzers. The same seed gives the same sequence.
 #pragma once
+
+#include "tests/support/PlainRoad.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -21,13 +24,18 @@ public:
     // Text in the layout of the temporary file, damaged in none to several places.
     std::string temporaryFile();
 
-    // A number for a scale, an offset or an angle: mostly ordinary, sometimes zero, huge, infinite or none.
+    // A number for a scale, an offset or an angle: mostly ordinary, sometimes zero, huge, infinite or NaN.
     double parameter();
+    plain::Axes axes(); // three of them
+
+    // One that changes nothing, or any scales and offsets with up to three matrices of any elements.
+    plain::Placement placement();
 
     bool oneIn(int n) { return below(n) == 0; }
     int below(int n);
 
 private:
+    plain::Rotation rotation();
     std::string wellFormedText();
     std::string numberWord();
     std::string ordinaryNumber();

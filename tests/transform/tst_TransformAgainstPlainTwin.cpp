@@ -1,24 +1,15 @@
-// Requests of every kind on odd and broken temporary files, through stl_transform and through a plain twin of
-// it: nothing may differ.
-#include "stl/StlPasses.h"
-#include "tests/support/NanSigns.h"
+// Requests of every kind on odd and broken temporary files, through stl_transform and through its plain twin:
+// nothing may differ.
 #include "tests/support/OddMeshText.h"
-#include "tests/support/PlainRoad.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
-#include "transform/MeshTransformer.h"
+#include "tests/support/TransformComparison.h"
+#include "transform/RunFiles.h"
 
+#include <cstdio>
 #include <gtest/gtest.h>
 
 namespace {
-
-int call(MeshTransformer &transformer, char *message, std::FILE *in, std::FILE *out, const plain::Request &r)
-{
-    return stl_transform(transformer, message, in, out, r.rotateX, r.rotateY, r.rotateZ, r.angleX, r.angleY,
-                         r.angleZ, r.setLengthX, r.setLengthY, r.setLengthZ, r.lengthX, r.lengthY, r.lengthZ,
-                         r.setOriginX, r.setOriginY, r.setOriginZ, r.xSameY, r.xSameZ, r.ySameX, r.ySameZ,
-                         r.zSameX, r.zSameY);
-}
 
 plain::Request requestOf(OddMeshText &odd)
 {
@@ -33,58 +24,18 @@ plain::Request requestOf(OddMeshText &odd)
     return r;
 }
 
-plain::Axes axesOf(OddMeshText &odd) { return {odd.parameter(), odd.parameter(), odd.parameter()}; }
-
-void expectSameFields(const MeshTransformer &product, const plain::Placement &p, const plain::Extents &e)
-{
-    const struct {
-        const char *name;
-        double product;
-        double twin;
-    } fields[] = {
-        {"xScl", product.xScl, p.scale.x},
-        {"yScl", product.yScl, p.scale.y},
-        {"zScl", product.zScl, p.scale.z},
-        {"xOfsB", product.xOfsB, p.offsetBefore.x},
-        {"yOfsB", product.yOfsB, p.offsetBefore.y},
-        {"zOfsB", product.zOfsB, p.offsetBefore.z},
-        {"xOfsA", product.xOfsA, p.offsetAfter.x},
-        {"yOfsA", product.yOfsA, p.offsetAfter.y},
-        {"zOfsA", product.zOfsA, p.offsetAfter.z},
-        {"xMin", product.xMin, e.minX},
-        {"xMax", product.xMax, e.maxX},
-        {"yMin", product.yMin, e.minY},
-        {"yMax", product.yMax, e.maxY},
-        {"zMin", product.zMin, e.minZ},
-        {"zMax", product.zMax, e.maxZ},
-    };
-    for (const auto &field : fields)
-        EXPECT_TRUE(sameOrBothNan(field.product, field.twin))
-            << field.name << ' ' << field.product << ' ' << field.twin;
-}
-
 class TransformAgainstPlainTwin : public ::testing::Test {
 protected:
-    bool compare(const std::string &text, plain::Placement placement, const plain::Request &request)
+    // True if both succeeded.
+    bool expectSameOutcome(const std::string &text, const plain::Placement &placement,
+                           const plain::Request &request)
     {
-        writeBytes("_tmp_stl_", text);
-        MeshTransformer transformer(placement.scale.x, placement.scale.y, placement.scale.z,
-                                    placement.offsetBefore.x, placement.offsetBefore.y,
-                                    placement.offsetBefore.z, placement.offsetAfter.x,
-                                    placement.offsetAfter.y, placement.offsetAfter.z);
-        char message[stlMessageCapacity] = "before";
-        const int result = call(transformer, message, std::fopen("_tmp_stl_", "r"),
-                                std::fopen("product.stl", "w+"), request);
-
-        plain::Extents extents;
-        char twinMessage[plain::messageCapacity] = "before";
-        const int twinResult = plain::transform(placement, extents, twinMessage, std::fopen("_tmp_stl_", "r"),
-                                                std::fopen("twin.stl", "w+"), request);
-        EXPECT_EQ(result, twinResult);
-        EXPECT_STREQ(message, twinMessage);
-        EXPECT_EQ(withoutSignsOfNaNs(readBytes("product.stl")), withoutSignsOfNaNs(readBytes("twin.stl")));
-        expectSameFields(transformer, placement, extents);
-        return twinResult == 0;
+        std::remove(temporaryFileName);
+        writeBytes(temporaryFileName, text);
+        Verdict verdict;
+        const TransformOutcome outcome = compareTransformation(verdict, placement, request);
+        EXPECT_EQ(verdict.text(), "");
+        return outcome.result == 0;
     }
 
     TemporaryFolder folder;
@@ -100,10 +51,10 @@ TEST_F(TransformAgainstPlainTwin, EveryRequestHasTheSameOutcome)
         OddMeshText odd(seed);
         const std::string text = odd.temporaryFile();
         plain::Placement placement;
-        placement.scale = axesOf(odd);
-        placement.offsetBefore = axesOf(odd);
-        placement.offsetAfter = axesOf(odd);
-        succeeded += compare(text, placement, requestOf(odd)) ? 1 : 0;
+        placement.scale = odd.axes();
+        placement.offsetBefore = odd.axes();
+        placement.offsetAfter = odd.axes();
+        succeeded += expectSameOutcome(text, placement, requestOf(odd)) ? 1 : 0;
     }
     EXPECT_GT(succeeded, requests / 5);
     EXPECT_LT(succeeded, requests - requests / 5);
@@ -140,7 +91,7 @@ TEST_F(TransformAgainstPlainTwin, EveryPairOfOptionsHasTheSameOutcome)
             plain::Placement placement;
             placement.offsetBefore = {1.0, -2.0, 3.5};
             placement.offsetAfter = {5.0, 6.0, -7.0};
-            EXPECT_TRUE(compare(text, placement, request));
+            EXPECT_TRUE(expectSameOutcome(text, placement, request));
         }
     }
 }

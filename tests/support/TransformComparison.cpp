@@ -1,0 +1,123 @@
+#include "tests/support/TransformComparison.h"
+
+#include "stl/StlPasses.h"
+#include "tests/support/NanSigns.h"
+#include "tests/support/StlComparison.h"
+#include "tests/support/TextFile.h"
+#include "tests/support/TransformCall.h"
+#include "transform/RunFiles.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr const char *outputName = "out.stl";
+constexpr const char *twinOutputName = "out-of-twin.stl";
+
+TransformParameters parametersOf(const plain::Placement &placement, const plain::Request &r)
+{
+    TransformParameters p;
+    p.xScl = placement.scale.x;
+    p.yScl = placement.scale.y;
+    p.zScl = placement.scale.z;
+    p.xOfsB = placement.offsetBefore.x;
+    p.yOfsB = placement.offsetBefore.y;
+    p.zOfsB = placement.offsetBefore.z;
+    p.xOfsA = placement.offsetAfter.x;
+    p.yOfsA = placement.offsetAfter.y;
+    p.zOfsA = placement.offsetAfter.z;
+    p.xRotate = r.rotateX;
+    p.yRotate = r.rotateY;
+    p.zRotate = r.rotateZ;
+    p.xAngle = r.angleX;
+    p.yAngle = r.angleY;
+    p.zAngle = r.angleZ;
+    p.xSetL = r.setLengthX;
+    p.ySetL = r.setLengthY;
+    p.zSetL = r.setLengthZ;
+    p.xLength = r.lengthX;
+    p.yLength = r.lengthY;
+    p.zLength = r.lengthZ;
+    p.xSet0 = r.setOriginX;
+    p.ySet0 = r.setOriginY;
+    p.zSet0 = r.setOriginZ;
+    p.xSameY = r.xSameY;
+    p.xSameZ = r.xSameZ;
+    p.ySameX = r.ySameX;
+    p.ySameZ = r.ySameZ;
+    p.zSameX = r.zSameX;
+    p.zSameY = r.zSameY;
+    return p;
+}
+
+TransformOutcome transformWithProduct(MeshTransformer &transformer, const TransformParameters &parameters)
+{
+    TransformOutcome outcome;
+    char message[stlMessageCapacity];
+    std::strcpy(message, outcome.message.c_str());
+    outcome.result = callTransform(transformer, message, openStream(temporaryFileName, "r").release(),
+                                   openStream(outputName, "w+").release(), parameters);
+    outcome.message = message;
+    outcome.output = readBytes(outputName);
+    return outcome;
+}
+
+TransformOutcome transformWithTwin(plain::Placement &placement, plain::Extents &extents,
+                                   const plain::Request &request)
+{
+    TransformOutcome outcome;
+    char message[plain::messageCapacity];
+    std::strcpy(message, outcome.message.c_str());
+    outcome.result =
+        plain::transform(placement, extents, message, openStream(temporaryFileName, "r").release(),
+                         openStream(twinOutputName, "w+").release(), request);
+    outcome.message = message;
+    outcome.output = readBytes(twinOutputName);
+    return outcome;
+}
+
+void compareFields(Verdict &verdict, const MeshTransformer &product, const plain::Placement &twin,
+                   const plain::Extents &extents)
+{
+    const struct {
+        const char *name;
+        double product;
+        double twin;
+    } fields[] = {
+        {"xScl", product.xScl, twin.scale.x},          {"yScl", product.yScl, twin.scale.y},
+        {"zScl", product.zScl, twin.scale.z},          {"xOfsB", product.xOfsB, twin.offsetBefore.x},
+        {"yOfsB", product.yOfsB, twin.offsetBefore.y}, {"zOfsB", product.zOfsB, twin.offsetBefore.z},
+        {"xOfsA", product.xOfsA, twin.offsetAfter.x},  {"yOfsA", product.yOfsA, twin.offsetAfter.y},
+        {"zOfsA", product.zOfsA, twin.offsetAfter.z},
+    };
+    for (const auto &field : fields)
+        verdict.expectSameOrBothNan(field.product, field.twin, field.name);
+    compareExtents(verdict,
+                   {product.xMin, product.xMax, product.yMin, product.yMax, product.zMin, product.zMax},
+                   extents);
+}
+
+} // namespace
+
+TransformOutcome compareTransformation(Verdict &verdict, plain::Placement placement,
+                                       const plain::Request &request)
+{
+    // Some file systems write a file out when it is truncated and written again, which takes its time.
+    std::remove(outputName);
+    std::remove(twinOutputName);
+    const TransformParameters parameters = parametersOf(placement, request);
+    MeshTransformer transformer = makeTransformer(parameters);
+    const TransformOutcome product = transformWithProduct(transformer, parameters);
+    plain::Extents extents;
+    const TransformOutcome twin = transformWithTwin(placement, extents, request);
+
+    verdict.expectSame(product.result, twin.result, "transformation: result");
+    verdict.expectSameText(product.message, twin.message, "transformation: message");
+    if (signsOfNaNsAreOpen(placement)) // with the scales and offsets that were computed
+        verdict.expectSameText(withoutSignsOfNaNs(product.output), withoutSignsOfNaNs(twin.output),
+                               "transformation: output");
+    else
+        verdict.expectSameText(product.output, twin.output, "transformation: output");
+    compareFields(verdict, transformer, placement, extents);
+    return product;
+}
