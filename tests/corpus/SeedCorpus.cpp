@@ -2,12 +2,15 @@
 
 #include "tests/support/MeshFiles.h"
 #include "tests/support/OddMeshText.h"
+#include "tests/support/PlainRoad.h"
 
 #include <cstring>
 
 namespace {
 
 using namespace std::string_literals;
+
+constexpr std::size_t longestLine = plain::lineCapacity - 1;
 
 const std::string facet = asciiFacet({"0 0 1", "1 2 3", "5 2 3", "1 10 19"});
 const std::string writtenFacet = asciiFacet(
@@ -20,6 +23,15 @@ std::string replaced(std::string text, const std::string &old, const std::string
          at = text.find(old, at + replacement.size()))
         text.replace(at, old.size(), replacement);
     return text;
+}
+
+// Blanks after a word bring its line to this length, line feed included.
+std::string withLineOf(std::size_t length, const std::string &text, const std::string &word)
+{
+    const std::size_t at = text.find(word);
+    const std::size_t start = text.rfind('\n', at) + 1; // 0 in the first line
+    const std::size_t before = text.find('\n', at) + 1 - start;
+    return replaced(text, word, word + std::string(length - before, ' '));
 }
 
 std::string ascii(const std::string &facets, const std::string &label = "solid part\n")
@@ -37,7 +49,7 @@ std::string times(int n, const std::string &text)
     return result;
 }
 
-// Eight flags on or off, the other seven the other way round; the values lie before them (RoadOptions).
+// Options as the last bytes (RoadOptions): values, then eight flags and the opposite of seven of them.
 std::string withOptions(const std::string &file, unsigned flags)
 {
     std::string values;
@@ -138,9 +150,12 @@ std::vector<Seed> temporaryFileSeeds()
         {"last-line-without-line-end", "solid\n" + writtenFacet + "endsolid"},
         {"more-after-endsolid", two + two},
         {"endsolid-with-a-tab", "solid\n" + writtenFacet + "endsolid\tx\n"},
-        {"line-of-999-characters", replaced(two, "normal", "normal " + std::string(980, ' '))},
-        {"line-of-1000-characters", replaced(two, "(null)", std::string(993, 'n'))},
-        {"line-of-3000-characters", replaced(two, "(null)", std::string(3000, 'n'))},
+        {"longest-label-line", withLineOf(longestLine, two, "(null)")},
+        {"longest-facet-line", withLineOf(longestLine, two, "normal")},
+        {"label-line-one-too-long", withLineOf(longestLine + 1, two, "(null)")},
+        {"facet-line-one-too-long", withLineOf(longestLine + 1, two, "normal")},
+        {"facet-line-longer-than-the-buffer", replaced(two, "normal", "normal" + std::string(1000, ' '))},
+        {"label-line-of-3000-characters", replaced(two, "(null)", std::string(3000, 'n'))},
         {"vertex-line-longer-than-the-buffer", replaced(two, "vertex", "vertex" + std::string(1200, ' '))},
         {"carriage-returns", replaced(two, "\n", "\r\n")},
         {"two-carriage-returns", replaced(two, "\n", "\r\r\n")},

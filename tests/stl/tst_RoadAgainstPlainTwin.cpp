@@ -1,4 +1,6 @@
 // Odd and broken files through reader, writer and passes, and through their plain twin: nothing may differ.
+#include "stl/StlLines.h"
+#include "stl/StlPasses.h"
 #include "tests/support/OddMeshText.h"
 #include "tests/support/StlComparison.h"
 #include "tests/support/TemporaryFolder.h"
@@ -6,6 +8,13 @@
 #include <gtest/gtest.h>
 
 namespace {
+
+// The twin spells its sizes out, and the generators of texts use them.
+TEST(PlainTwin, HasTheSizesOfTheProduct)
+{
+    EXPECT_EQ(plain::lineCapacity, stlLineCapacity);
+    EXPECT_EQ(plain::messageCapacity, stlMessageCapacity);
+}
 
 class ReadingAgainstPlainTwin : public ::testing::Test {
 protected:

@@ -294,10 +294,10 @@ void OddMeshText::damageCharacter(std::string &text)
 {
     const std::size_t position = positionIn(text);
     const char character = strayCharacters[below(static_cast<int>(std::size(strayCharacters)))];
-    const int deed = below(3);
-    if (deed == 0 || position == text.size())
+    const int change = below(3);
+    if (change == 0 || position == text.size())
         text.insert(position, 1, character);
-    else if (deed == 1)
+    else if (change == 1)
         text.erase(position, 1);
     else
         text[position] = character;
@@ -317,7 +317,7 @@ void OddMeshText::damageLine(std::string &text)
     case 1: // doubled
         text.insert(start, line);
         break;
-    case 2: // moved behind the next one
+    case 2: // moved after the next one
         text.insert(nextLine(text, end), line);
         text.erase(start, line.size());
         break;
@@ -331,18 +331,18 @@ void OddMeshText::damageLine(std::string &text)
             text.erase(start + line.rfind(' '),
                        line.size() - line.rfind(' ') - (line.back() == '\n' ? 1 : 0));
         break;
-    default: // one word more
+    default: // an additional word
         text.insert(end - (!line.empty() && line.back() == '\n' ? 1 : 0), " " + numberWord());
     }
 }
 
-// Around the 999 characters that a line may have.
+// To a length around the longest that a line can have.
 void OddMeshText::lengthenLine(std::string &text)
 {
     const std::size_t start = lineStart(text, positionIn(text));
     const std::size_t end = text.find('\n', start);
     const std::size_t length = (end == std::string::npos ? text.size() : end) - start;
-    const auto wanted = static_cast<std::size_t>(990 + below(20));
+    const auto wanted = static_cast<std::size_t>(plain::lineCapacity - 10 + below(20));
     if (length < wanted)
         text.insert(oneIn(2) ? start : start + length, wanted - length, oneIn(3) ? 'x' : ' ');
 }

@@ -22,7 +22,7 @@ std::FILE *openOrEnd(const std::string &path, const char *mode, const char *func
     return file;
 }
 
-// One character as text mode gives it: a carriage return before a line feed is not there.
+// One character as text mode gives it: a carriage return before a line feed is dropped.
 int textCharacter(std::FILE *file)
 {
     const int character = std::getc(file);
@@ -133,7 +133,7 @@ void readAsciiFacet(std::FILE *file, Facet &facet)
     Vertex &a = facet.corner[0];
     Vertex &b = facet.corner[1];
     Vertex &c = facet.corner[2];
-    int fields = 0; // counted for nobody: a field that does not convert keeps what it holds
+    int fields = 0; // not used: a field that does not convert keeps what it holds
     fields += std::fscanf(file, "%*s %*s %f %f %f\n", &n.x, &n.y, &n.z);
     fields += std::fscanf(file, "%*s %*s");
     fields += std::fscanf(file, "%*s %f %f %f\n", &a.x, &a.y, &a.z);
@@ -192,8 +192,6 @@ void printTriple(std::FILE *out, const char *keyword, const Vertex &triple)
     std::fprintf(out, "%s % .8E % .8E % .8E\n", keyword, static_cast<double>(triple.x),
                  static_cast<double>(triple.y), static_cast<double>(triple.z));
 }
-
-constexpr int lineCapacity = 1000;
 
 bool readLine(std::FILE *in, char *line)
 {

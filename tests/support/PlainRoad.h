@@ -1,6 +1,6 @@
-// The whole road from an STL file to the rewritten one, spelled out with plain standard input and output and
-// without a line of the product: the twin that tests, fuzzers and benchmarks compare the product with, byte
-// for byte. Slow and literal on purpose; nothing in it is shared with the product.
+// The plain twin: the whole road from an STL file to the rewritten one, spelled out with plain standard input
+// and output. Tests, fuzzers and benchmarks compare the product with it byte for byte, so it shares nothing
+// with the product. Slow and literal on purpose.
 #pragma once
 
 #include <cstdint>
@@ -52,7 +52,7 @@ struct Mesh {
     std::FILE *file = nullptr;
     std::vector<Facet> facets;
     Stats stats;
-    std::string warnings; // what the product writes to standard error without ending
+    std::string warnings; // what the product writes to standard error when the process goes on
 };
 
 void initialize(Mesh &mesh, const std::string &path);
@@ -60,7 +60,8 @@ void allocateFacets(Mesh &mesh);
 void loadFacets(Mesh &mesh, int firstFacet, bool first);
 void writeAscii(const Mesh &mesh, const std::string &path);
 
-// The message buffers of both passes hold this many characters.
+// Sizes of the buffer for a line, as fgets takes it, and of the message buffer of both passes.
+constexpr int lineCapacity = 1000;
 constexpr int messageCapacity = 2048;
 
 struct Rotation {
