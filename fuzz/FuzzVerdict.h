@@ -1,4 +1,4 @@
-// What a fuzzer does with an answer of a property.
+// How a fuzzer treats the answer of a property.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ inline std::string_view asText(const std::uint8_t *data, std::size_t size)
     return {reinterpret_cast<const char *>(data), size};
 }
 
-// An answer that is not empty is a finding: the fuzzer keeps the bytes that led to it.
+// Any answer but an empty one is a finding: the fuzzer keeps the bytes that led to it.
 inline int demand(const std::string &differences)
 {
     if (differences.empty())

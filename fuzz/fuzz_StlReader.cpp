@@ -1,4 +1,4 @@
-// Any bytes as an input file, on the whole road to the output file.
+// Any bytes as an input file, all the way to the output file.
 #include "fuzz/FuzzVerdict.h"
 #include "tests/corpus/RoadProperties.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,5 +1,5 @@
-// Stands in for stl/StlFatal.cpp, which the linker then leaves in its library: the end of the process becomes
-// an exception that carries the text for standard error.
+// Replaces stl/StlFatal.cpp, which the linker then does not take from its library: instead of ending the
+// process it throws an exception with the text for standard error.
 #include "stl/StlFatal.h"
 #include "tests/support/PlainRoad.h"
 

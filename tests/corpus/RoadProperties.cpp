@@ -55,7 +55,7 @@ long occurrences(std::string_view text, std::string_view what)
     return count;
 }
 
-// Holds where lines are lines: none too long for the line buffer, none with a zero byte in it.
+// Needs lines that fit the line buffer and hold no zero byte.
 void expectTotalsOfTheOutput(Verdict &verdict, const TransformOutcome &outcome)
 {
     const long lines = occurrences(outcome.output, "\n");
@@ -66,7 +66,7 @@ void expectTotalsOfTheOutput(Verdict &verdict, const TransformOutcome &outcome)
     verdict.expectSameText(outcome.message, totals, "totals of the lines written");
 }
 
-// The numbers and their text, as the C library writes them.
+// The number as text, against the C library.
 void checkWriting(Verdict &verdict, double value)
 {
     char expected[64];

@@ -1,5 +1,5 @@
-// Small inputs for the properties of this folder, each named by what is odd about it. The fuzzers start from
-// them; whatever a fuzzer finds is added here under the name of its fault.
+// Small inputs for the properties of this folder, each named after what is odd about it. The fuzzers start
+// with them; whatever a fuzzer finds is added here under the name of its fault.
 #pragma once
 
 #include <string>

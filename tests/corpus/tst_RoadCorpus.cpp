@@ -1,4 +1,4 @@
-// The seeds of the fuzzers, and what the fuzzers have found, held against the same properties.
+// The fuzzers' seeds, among them what fuzzers have found, checked for the same properties.
 #include "tests/corpus/RoadProperties.h"
 #include "tests/corpus/SeedCorpus.h"
 #include "tests/support/TemporaryFolder.h"
@@ -15,10 +15,10 @@ void expectToHold(const std::vector<Seed> &seeds, std::string (*check)(std::stri
         EXPECT_EQ(check(seed.bytes), "") << seed.name;
 }
 
-TEST(RoadCorpus, InputFiles) { expectToHold(inputFileSeeds(), checkInputFile); }
+TEST(RoadCorpus, PropertiesHoldForInputFiles) { expectToHold(inputFileSeeds(), checkInputFile); }
 
-TEST(RoadCorpus, TemporaryFiles) { expectToHold(temporaryFileSeeds(), checkTemporaryFile); }
+TEST(RoadCorpus, PropertiesHoldForTemporaryFiles) { expectToHold(temporaryFileSeeds(), checkTemporaryFile); }
 
-TEST(RoadCorpus, NumberTexts) { expectToHold(numberTextSeeds(), checkNumberText); }
+TEST(RoadCorpus, PropertiesHoldForNumberTexts) { expectToHold(numberTextSeeds(), checkNumberText); }
 
 } // namespace

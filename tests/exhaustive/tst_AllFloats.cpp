@@ -1,7 +1,7 @@
-// Every float there is through the number kernels, against the C library: written as both conversions write
-// it, and the text read back. Takes about half an hour of one core.
+// All floats through the number kernels, against the C library: written by both conversions, and the text
+// read back. Takes about half an hour on one core.
 //
-//   tst_AllFloats [first [end [step]]]     bit patterns, every one from 0 to 4294967296 if not given
+//   tst_AllFloats [first [end [step]]]     bit patterns; all from 0 to 4294967295 if not given
 
 #include "stl/StlFixedNumber.h"
 #include "stl/StlNumberText.h"
@@ -56,8 +56,8 @@ private:
             mismatch(bits, "written");
     }
 
-    // Where the exponent has two digits both conversions must give the same text, and it is compared with
-    // that; for infinities and NaN the C library is asked again.
+    // Both conversions give the same text if it has the size of the fixed form. For the others, infinities
+    // and NaN, the C library is asked again.
     void expectPadded(std::uint32_t bits, double value, std::string_view blankSigned)
     {
         char expected[64];
@@ -86,7 +86,7 @@ private:
     void mismatch(std::uint32_t bits, const char *what)
     {
         if (++m_mismatches <= 20)
-            std::printf("float 0x%08" PRIX32 " is not %s as the C library does\n", bits, what);
+            std::printf("float 0x%08" PRIX32 " is not %s as by the C library\n", bits, what);
     }
 
     std::uint64_t m_count = 0;

@@ -1,5 +1,5 @@
-// Doubles of many kinds through the writing kernel: a billion against std::to_chars, every hundredth of them
-// against the C library, too. Takes about three minutes of one core.
+// A billion doubles of many kinds through the writing kernel, against std::to_chars; every hundredth against
+// the C library instead. Takes about three minutes on one core.
 //
 //   tst_ManyDoubles [millions of doubles]
 
@@ -102,7 +102,7 @@ void withNeighbours(Comparison &comparison, double value)
     }
 }
 
-// Every power of ten and of two, subnormal ones among them, and the special values.
+// All powers of ten and of two, including subnormal ones, and the special values.
 void runPowers(Comparison &comparison)
 {
     for (int exponent = -323; exponent <= 308; ++exponent)
@@ -114,8 +114,7 @@ void runPowers(Comparison &comparison)
         comparison.run(value);
 }
 
-// Nine digits and a half, exactly: an odd multiple of a power of two is built so that its decimal expansion
-// ends with a five in the tenth place.
+// Ties: numbers whose decimal expansion ends with a five in the tenth place.
 void runTies(Comparison &comparison, std::mt19937_64 &random, std::uint64_t count)
 {
     std::uniform_int_distribution<std::uint64_t> digits(100000000, 999999999);

@@ -6,6 +6,7 @@
 #include "stl/StlBlocks.h"
 #include "stl/StlCommonFacet.h"
 #include "stl/StlLines.h"
+#include "tests/support/Amount.h"
 #include "tests/support/MeshFiles.h"
 #include "tests/support/OddMeshText.h"
 #include "tests/support/StlComparison.h"
@@ -25,11 +26,7 @@ constexpr std::size_t blockSize = StlBlockReader::blockSize;
 constexpr std::size_t facetSize = stlCommonFacetSize;
 constexpr std::size_t longestLine = stlLineCapacity - 1;
 
-int rounds()
-{
-    const char *text = std::getenv("MESHVANE_TWIN_ROUNDS");
-    return text == nullptr ? 1 : std::max(std::atoi(text), 1);
-}
+int rounds() { return amount("MESHVANE_TWIN_ROUNDS", 1); }
 
 template <typename T, std::size_t n>
 const T &oneOf(OddMeshText &odd, const T (&values)[n])
@@ -95,8 +92,7 @@ std::string commonFacet(OddMeshText &odd)
     return asciiFacet({points[0], points[1], points[2], points[3]});
 }
 
-// Deliberately not the common facet's text with other line ends: words and lines are as free as the grammar
-// of the passes allows.
+// Words and lines as free as the grammar of the passes allows.
 std::string freeFacet(OddMeshText &odd)
 {
     const char *const end = odd.oneIn(3) ? "\r\n" : "\n";
@@ -253,7 +249,17 @@ private:
     Counts m_counts;
 };
 
-TEST(FastRoadAgainstPlainTwin, ACommonFacetWithOneByteChangedPassesAlike)
+TEST(FastRoadAgainstPlainTwin, FacetsMadeHereAreCommonOnesOfTheProduct)
+{
+    OddMeshText odd(0);
+    const std::string facet = commonFacet(odd);
+    double numbers[12];
+    ASSERT_EQ(facet.size(), facetSize);
+    EXPECT_TRUE(stlHasCommonLayout(facet.data()));
+    EXPECT_TRUE((stlReadCommonPoints<0, 4>(facet.data(), numbers)));
+}
+
+TEST(FastRoadAgainstPlainTwin, CommonFacetWithOneByteChanged)
 {
     EveryByteOfAFacet places;
     places.run();
@@ -292,7 +298,7 @@ std::string mixedText(OddMeshText &odd)
     return text;
 }
 
-TEST(FastRoadAgainstPlainTwin, CommonFacetsAmongOddOnesPassAlike)
+TEST(FastRoadAgainstPlainTwin, CommonFacetsAmongOddOnes)
 {
     Counts counts;
     forSeeds(5'000'000, 8000, [&counts](OddMeshText &odd) {
@@ -308,7 +314,7 @@ TEST(FastRoadAgainstPlainTwin, CommonFacetsAmongOddOnesPassAlike)
 }
 
 // Numbers that leave the common form only when they are transformed: three-digit exponents, infinities, NaN.
-TEST(FastRoadAgainstPlainTwin, CommonFacetsThatDoNotStayCommonPassAlike)
+TEST(FastRoadAgainstPlainTwin, CommonFacetsThatDoNotStayCommon)
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     constexpr double steps[] = {
@@ -331,15 +337,14 @@ TEST(FastRoadAgainstPlainTwin, CommonFacetsThatDoNotStayCommonPassAlike)
     EXPECT_GT(counts.accepted, counts.compared / 2);
 }
 
-// Near a block border: the bytes around it are those of common facets and whatever is put among them.
 std::size_t nearBorder(OddMeshText &odd, std::size_t border)
 {
     return border - 300 + static_cast<std::size_t>(odd.below(600));
 }
 
-constexpr std::size_t mostCommonFacets = 4000; // bytes of them in front of a border
+constexpr std::size_t commonBytes = 4000; // of common facets before a border
 
-// A facet of few numbers and many blanks, so that the twin need not read thousands of numbers per block.
+// A facet of few numbers and many blanks: it fills blocks without costing the twin much time.
 std::string wideFacet()
 {
     const std::string end = std::string(longestLine - 30, ' ') + "\n";
@@ -361,7 +366,7 @@ std::string textToBorder(OddMeshText &odd, std::size_t border)
     std::string text(static_cast<std::size_t>(odd.below(300)), 's');
     text += "\n";
     const std::string wide = odd.oneIn(10) ? commonFacet(odd) + anyFacet(odd) : wideFacet();
-    while (text.size() + wide.size() + mostCommonFacets < border)
+    while (text.size() + wide.size() + commonBytes < border)
         text += wide;
     addCommonFacets(odd, text, nearBorder(odd, border));
     return text;
@@ -392,7 +397,7 @@ std::string textAroundBorder(OddMeshText &odd)
     return text;
 }
 
-// How often a block reader whose bytes are taken line by line reads on with bytes left of the block before.
+// How often a block reader reads on with bytes left over, when its bytes are taken line by line.
 std::size_t refillsWithBytesLeft(const std::string &text)
 {
     const Stream in = streamOf(text);
@@ -415,7 +420,7 @@ void expectBlockBorders(const std::string &text)
     EXPECT_EQ(refillsWithBytesLeft(text), (text.size() - 1) / StlBlockReader::blockSize);
 }
 
-TEST(FastRoadAgainstPlainTwin, TextsAroundBlockBordersPassAlike)
+TEST(FastRoadAgainstPlainTwin, TemporaryFilesWithBlockBorders)
 {
     Counts counts;
     forSeeds(7'000'000, 200, [&counts](OddMeshText &odd) {
@@ -428,7 +433,8 @@ TEST(FastRoadAgainstPlainTwin, TextsAroundBlockBordersPassAlike)
     EXPECT_LT(counts.accepted, counts.compared);
 }
 
-// The reader of ASCII files counts facets by lines, wherever these are; so they may all follow the facets.
+// The reader of ASCII files gets the number of facets from the number of lines, wherever these are; so they
+// may all follow the facets.
 std::string linesFor(std::size_t facets)
 {
     std::string text;
@@ -445,7 +451,7 @@ std::string replaced(std::string text, const std::string &old, const std::string
     return text;
 }
 
-// A facet for the reader of ASCII files, to which blanks are all alike.
+// A facet for the reader of ASCII files, for which one blank is as good as another.
 std::string asciiInputFacet(OddMeshText &odd)
 {
     const std::string facet = odd.oneIn(8) ? facetWithOddNumber(odd) : commonFacet(odd);
@@ -495,7 +501,7 @@ void expectSameReading(MeshTwins &meshes, const std::string &bytes)
     EXPECT_EQ(verdict.text(), "");
 }
 
-TEST(FastRoadAgainstPlainTwin, AsciiFilesWithCommonFacetsAreReadAlike)
+TEST(FastRoadAgainstPlainTwin, AsciiFilesWithCommonFacets)
 {
     const TemporaryFolder folder;
     MeshTwins meshes(ProcessEnd::inAChild);
@@ -505,7 +511,7 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithCommonFacetsAreReadAlike)
     EXPECT_GT(meshes.facetsRead(), 10000);
 }
 
-TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneByteOfAFacetChangedAreReadAlike)
+TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneByteOfAFacetChanged)
 {
     const TemporaryFolder folder;
     MeshTwins meshes(ProcessEnd::inAChild);
@@ -525,7 +531,7 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneByteOfAFacetChangedAreReadAlike)
     EXPECT_EQ(meshes.filesRead(), 2840);
 }
 
-TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneNumberBeyondFloatsAreReadAlike)
+TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneNumberBeyondTheFloats)
 {
     const TemporaryFolder folder;
     MeshTwins meshes(ProcessEnd::inAChild);
@@ -548,7 +554,7 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneNumberBeyondFloatsAreReadAlike)
     EXPECT_EQ(meshes.facetsRead(), 3 * 36);
 }
 
-TEST(FastRoadAgainstPlainTwin, AsciiFilesCutAnywhereAreReadAlike)
+TEST(FastRoadAgainstPlainTwin, AsciiFilesCutAtAnyByte)
 {
     const TemporaryFolder folder;
     MeshTwins meshes(ProcessEnd::inAChild);
@@ -567,7 +573,7 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesCutAnywhereAreReadAlike)
 std::string bigAsciiInput(OddMeshText &odd)
 {
     const std::size_t border = blockSize * (odd.oneIn(8) ? 2U : 1U);
-    std::string text(odd.oneIn(10) ? 0 : border - mostCommonFacets, ' ');
+    std::string text(odd.oneIn(10) ? 0 : border - commonBytes, ' ');
     text += "\n";
     const std::size_t labelSize = text.size();
     addCommonFacets(odd, text, nearBorder(odd, border));
@@ -584,7 +590,7 @@ std::string bigAsciiInput(OddMeshText &odd)
     return text + linesFor(2 + (oneLine ? facets : 0));
 }
 
-TEST(FastRoadAgainstPlainTwin, AsciiFilesAroundBlockBordersAreReadAlike)
+TEST(FastRoadAgainstPlainTwin, AsciiFilesWithBlockBorders)
 {
     const TemporaryFolder folder;
     MeshTwins meshes(ProcessEnd::inAChild);

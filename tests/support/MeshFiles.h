@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-// Appends a number as the binary format has it, lowest byte first.
+// Appends a number as the binary format stores it, lowest byte first.
 void appendLittleEndian(std::string &bytes, std::uint32_t bits);
 void appendLittleEndian(std::string &bytes, float value);
 
@@ -16,15 +16,15 @@ struct BinaryFacet {
     std::array<unsigned char, 2> attribute{};
 };
 
-// A binary file with a right count; the header is padded with blanks or cut to 80 bytes.
+// A binary file with the right count; the header is padded with blanks or cut to 80 bytes.
 std::string binaryStl(std::string_view header, const std::vector<BinaryFacet> &facets);
 
-// The same with any count stored.
+// The same with any stored count.
 std::string binaryStl(std::string_view header, std::uint32_t storedCount,
                       const std::vector<BinaryFacet> &facets);
 
-// n facets that differ in every number, all numbers negative: their bytes make the file a binary one.
+// n facets that differ in every number. All numbers are negative, so that the file counts as binary.
 std::vector<BinaryFacet> differentFacets(int n);
 
-// Seven lines; `numbers` are the texts of normal and corners.
+// Seven lines; `numbers` are the texts of the normal and the corners.
 std::string asciiFacet(const std::array<std::string_view, 4> &numbers);

@@ -15,13 +15,13 @@ public:
         : m_random(seed)
     {}
 
-    // A binary file whose numbers are any bit patterns; sometimes with a wrong count or a wrong size.
+    // A binary file whose numbers are any bit patterns, sometimes with a wrong count or size.
     std::string binaryFile();
 
-    // An ASCII file with facets in a free layout, odd numbers, missing and surplus words and lines.
+    // An ASCII file with facets in a free layout, with odd numbers and with words and lines missing or added.
     std::string asciiFile();
 
-    // Text in the layout of the temporary file, damaged in none to several places.
+    // Text in the layout of the temporary file, damaged in any number of places or none.
     std::string temporaryFile();
 
     // A number for a scale, an offset or an angle: mostly ordinary, sometimes zero, huge, infinite or NaN.

@@ -1,4 +1,4 @@
-// Comparison byte by byte, for which the two zeros differ and a NaN equals itself.
+// Byte-by-byte comparison: the two zeros differ, and a NaN equals itself.
 #pragma once
 
 #include <algorithm>
