@@ -21,7 +21,8 @@ public:
     // escaped.
     void expectSameText(std::string_view product, std::string_view twin, std::string_view what);
 
-    const std::string &text() const { return m_text; }
+    bool isEmpty() const { return m_text.empty(); }
+    const std::string &text() const { return m_text; } // lines
 
 private:
     std::string m_text;

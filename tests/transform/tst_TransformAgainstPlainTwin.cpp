@@ -34,7 +34,7 @@ protected:
         writeBytes(temporaryFileName, text);
         Verdict verdict;
         const TransformOutcome outcome = compareTransformation(verdict, placement, request);
-        EXPECT_EQ(verdict.text(), "");
+        EXPECT_TRUE(verdict.isEmpty()) << verdict.text();
         return outcome.result == 0;
     }
 
