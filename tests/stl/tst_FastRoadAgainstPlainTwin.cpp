@@ -604,4 +604,19 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithBlockBorders)
     EXPECT_GT(meshes.facetsRead(), 2000);
 }
 
+TEST(FastRoadAgainstPlainTwin, BinaryFilesWithBlockBorders)
+{
+    constexpr std::size_t binaryFacetSize = 50;
+    static_assert(blockSize % binaryFacetSize != 0, "no facet ends at the first border");
+    const TemporaryFolder folder;
+    MeshTwins meshes(ProcessEnd::inAChild);
+    for (const std::size_t blocks : {1U, 2U}) {
+        const std::size_t facets = blocks * blockSize / binaryFacetSize + 10;
+        expectSameReading(meshes, binaryStl("", differentFacets(static_cast<int>(facets))));
+        EXPECT_GT(static_cast<std::size_t>(meshes.product().stats.facetCount) * binaryFacetSize,
+                  blocks * blockSize);
+    }
+    EXPECT_EQ(meshes.filesRead(), 2);
+}
+
 } // namespace

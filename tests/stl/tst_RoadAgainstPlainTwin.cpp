@@ -62,6 +62,7 @@ TEST(PassesAgainstPlainTwin, DamagedTemporaryFiles)
         OddMeshText odd(seed);
         PassInput input;
         input.text = odd.oneIn(20) ? odd.asciiFile() : odd.temporaryFile();
+        input.isPipe = i % 4 == 0;
         Verdict verdict;
         scanned += compareScan(verdict, input) ? 1 : 0;
         rewritten += compareRewrite(verdict, input, odd.placement()) ? 1 : 0;

@@ -130,8 +130,8 @@ Outcome outcomeOfPass(const PassInput &input, Pass &&pass)
 {
     const Stream in = open(input);
     Outcome outcome;
-    char message[messageCapacity];
-    std::strcpy(message, outcome.message.c_str());
+    char message[messageCapacity] = {};
+    outcome.message.copy(message, sizeof message - 1);
     outcome.result = pass(message, in.get(), outcome);
     outcome.message = message;
     noteStream(outcome, in.get());

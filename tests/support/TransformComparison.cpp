@@ -7,7 +7,7 @@
 #include "tests/support/TransformCall.h"
 #include "transform/RunFiles.h"
 
-#include <cstring>
+#include <cstdio>
 
 namespace {
 
@@ -53,8 +53,8 @@ TransformParameters parametersOf(const plain::Placement &placement, const plain:
 TransformOutcome transformWithProduct(MeshTransformer &transformer, const TransformParameters &parameters)
 {
     TransformOutcome outcome;
-    char message[stlMessageCapacity];
-    std::strcpy(message, outcome.message.c_str());
+    char message[stlMessageCapacity] = {};
+    outcome.message.copy(message, sizeof message - 1);
     outcome.result = callTransform(transformer, message, openStream(temporaryFileName, "r").release(),
                                    openStream(outputName, "w+").release(), parameters);
     outcome.message = message;
@@ -66,8 +66,8 @@ TransformOutcome transformWithTwin(plain::Placement &placement, plain::Extents &
                                    const plain::Request &request)
 {
     TransformOutcome outcome;
-    char message[plain::messageCapacity];
-    std::strcpy(message, outcome.message.c_str());
+    char message[plain::messageCapacity] = {};
+    outcome.message.copy(message, sizeof message - 1);
     outcome.result =
         plain::transform(placement, extents, message, openStream(temporaryFileName, "r").release(),
                          openStream(twinOutputName, "w+").release(), request);
