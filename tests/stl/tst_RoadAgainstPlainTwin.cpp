@@ -1,6 +1,7 @@
 // Odd and broken files through reader, writer and passes, and through their plain twin: nothing may differ.
 #include "stl/StlLines.h"
 #include "stl/StlPasses.h"
+#include "tests/support/MeshFiles.h"
 #include "tests/support/OddMeshText.h"
 #include "tests/support/StlComparison.h"
 #include "tests/support/TemporaryFolder.h"
@@ -71,6 +72,33 @@ TEST(PassesAgainstPlainTwin, DamagedTemporaryFiles)
     EXPECT_GT(scanned, texts / 5);
     EXPECT_LT(scanned, texts - texts / 5);
     EXPECT_EQ(rewritten, scanned) << "both passes accept the same texts";
+}
+
+// A line cut short by the error counts as not read.
+TEST(PassesAgainstPlainTwin, TemporaryFileThatFailsAtAnyByte)
+{
+    const std::string first = asciiFacet({"0 0 1", "1 2 3", "11 22 3", "1 2 33"});
+    const std::string second = asciiFacet({" 0.00000000E+00 -0.00000000E+00  1.00000000E+00",
+                                           " 1.00000000E+00 -2.00000000E+00  3.00000000E+00",
+                                           " 1.10000000E+01  1.80000000E+01 -2.70000000E+01",
+                                           " 7.00000000E+00  7.70000000E+00  7.77000000E+00"});
+    const std::string text = "solid  (null)\n" + second + first + second + "endsolid  \n" + first;
+    const std::string longLine = "solid" + std::string(std::size_t{3} * stlLineCapacity, ' ') + "\n";
+    for (const std::string &whole : {text, longLine}) {
+        for (std::size_t size = 0; size <= whole.size() && !HasFailure(); ++size) {
+            for (const bool isPipe : {false, true}) {
+                PassInput input;
+                input.text = whole.substr(0, size);
+                input.isPipe = isPipe;
+                input.failsAtTheEnd = true;
+                Verdict verdict;
+                compareScan(verdict, input);
+                compareRewrite(verdict, input, plain::Placement());
+                EXPECT_TRUE(verdict.isEmpty())
+                    << verdict.text() << "after " << size << " bytes" << (isPipe ? " of a pipe" : "");
+            }
+        }
+    }
 }
 
 } // namespace

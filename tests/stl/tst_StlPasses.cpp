@@ -3,7 +3,6 @@
 #include "stl/StlLimits.h"
 #include "stl/StlPasses.h"
 #include "tests/support/FailingStream.h"
-#include "tests/support/PlainRoad.h"
 #include "tests/support/TextFile.h"
 
 #include <gtest/gtest.h>
@@ -318,42 +317,6 @@ TEST(StlPasses, AnOutputThatIsFullIsAFailure)
         EXPECT_EQ(apply(message, in.get(), out.get(), {}), -1);
         EXPECT_STREQ(message, "\nError writing stl file\n");
     }
-}
-
-// The plain passes read with fgets, which drops a line that an error cuts short. They take a read error
-// where a facet may begin for the end of the file; the product reports it instead.
-TEST(StlPasses, AReadErrorAtAnyByteIsAFailure)
-{
-    const std::string odd = "facet normal 0 0 1\nouter loop\nvertex 1 2 3\nvertex 4 5 6\nvertex 7 8 9\n"
-                            "endloop\nendfacet\n";
-    const std::string text = label + facet + odd + facet + endLine;
-    const std::string readError = "\nError reading stl file\n";
-    int whereAFacetMayBegin = 0;
-    for (const auto open : {streamFailingAfter, pipeFailingAfter}) {
-        for (std::size_t size = 0; size < text.size(); ++size) {
-            SCOPED_TRACE(size);
-            const std::string_view readable = std::string_view(text).substr(0, size);
-
-            char message[plain::messageCapacity] = "before";
-            plain::Extents extents;
-            const int plainScan = plain::scanExtents(message, open(readable).get(), extents);
-            const Scan scan = scanOf(open(readable).get());
-            EXPECT_EQ(scan.result, -1);
-            EXPECT_EQ(scan.message, plainScan == 0 ? readError : message);
-
-            char rewriteMessage[plain::messageCapacity] = "before";
-            const Stream out = streamOf("");
-            const int plainRewrite = plain::applyPass(rewriteMessage, open(readable).get(), out.get(), {});
-            const Rewrite rewrite = rewriteOf(open(readable).get());
-            EXPECT_EQ(rewrite.result, -1);
-            EXPECT_EQ(rewrite.message, plainRewrite == 0 ? readError : rewriteMessage);
-            EXPECT_EQ(rewrite.output, bytesOf(out));
-            whereAFacetMayBegin += plainRewrite == 0 ? 1 : 0;
-        }
-    }
-    // The first line of each facet and the last line, cut anywhere.
-    const std::size_t lines = 2 * facet.find('\n') + odd.find('\n') + endLine.find('\n') + 4;
-    EXPECT_EQ(whereAFacetMayBegin, static_cast<int>(2 * lines));
 }
 
 TEST(StlPasses, AReadErrorAfterTheEndsolidLineIsNoFailure)

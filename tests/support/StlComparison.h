@@ -67,10 +67,13 @@ struct PassInput {
     std::string text;
     long start = 0;
     bool isPipe = false;
+    bool failsAtTheEnd =
+        false; // reading past the text is an error; the pipe is then a stream without positions
 };
 
 // Both compare results, messages, extents or output, and where the pass leaves its stream: the position and
-// what can still be read. True if the twin's pass succeeded.
+// what can still be read, unless the stream fails. A pass of the twin that succeeds because it takes an error
+// for the end of the file must be a read error in the product. True if the pass succeeds.
 bool compareScan(Verdict &verdict, const PassInput &input);
 bool compareRewrite(Verdict &verdict, const PassInput &input, const plain::Placement &placement);
 
