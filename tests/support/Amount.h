@@ -1,4 +1,4 @@
-// How much a test does: a little by default, more if an environment variable says so.
+// How many cases a test takes: few by default, more if an environment variable says so.
 #pragma once
 
 #include <cstdlib>

@@ -20,7 +20,7 @@ int checked(int result, const char *what)
     return result;
 }
 
-// What the child has reached counts, too.
+// The coverage of the child counts, too.
 [[noreturn]] void end(int status)
 {
 #ifdef MESHVANE_COUNTS_COVERAGE
@@ -29,10 +29,10 @@ int checked(int result, const char *what)
     _exit(status);
 }
 
-[[noreturn]] void liveAndEnd(const std::function<void()> &deed)
+[[noreturn]] void runAndEnd(const std::function<void()> &action)
 {
     try {
-        deed();
+        action();
         std::fflush(stderr);
         end(survivedStatus);
     } catch (...) {
@@ -64,14 +64,13 @@ std::string StandardErrorCapture::text() const
     return bytesOf(m_collector);
 }
 
-ProcessOutcome outcomeOf(const std::function<void()> &deed)
+ProcessOutcome outcomeOf(const std::function<void()> &action)
 {
-    std::fflush(nullptr); // or the child writes it a second time
+    std::fflush(nullptr); // or the child would write it, too
     const StandardErrorCapture capture;
     const pid_t child = checked(fork(), "fork");
-    if (child == 0) {
-        liveAndEnd(deed);
-    }
+    if (child == 0)
+        runAndEnd(action);
     int status = 0;
     checked(waitpid(child, &status, 0), "waitpid");
     ProcessOutcome outcome;

@@ -1,4 +1,4 @@
-// What a piece of code does to the process that runs it: exit status and standard error.
+// How code that may end its process ends it: exit status and standard error.
 #pragma once
 
 #include "tests/support/TextFile.h"
@@ -12,13 +12,13 @@ struct ProcessOutcome {
     std::string standardError;
 };
 
-// Runs the deed in a child process of its own, which shares the current directory but neither memory nor
-// streams. If the deed returns or throws, the child ends with these, without cleaning up.
+// Runs the action in a child process, which starts in the same current directory but shares neither memory
+// nor streams. If the action returns or throws, the child ends with one of these, without cleaning up.
 constexpr int survivedStatus = 77;
 constexpr int thrownStatus = 78;
-ProcessOutcome outcomeOf(const std::function<void()> &deed);
+ProcessOutcome outcomeOf(const std::function<void()> &action);
 
-// Collects what is written to standard error while it lives.
+// Collects what this process writes to standard error while the object lives.
 class StandardErrorCapture {
 public:
     StandardErrorCapture();

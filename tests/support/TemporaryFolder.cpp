@@ -1,5 +1,6 @@
 #include "tests/support/TemporaryFolder.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <system_error>
@@ -21,4 +22,13 @@ TemporaryFolder::~TemporaryFolder()
     std::error_code ignored;
     fs::current_path(m_before, ignored);
     fs::remove_all(m_path, ignored);
+}
+
+std::vector<std::string> TemporaryFolder::entries() const
+{
+    std::vector<std::string> names;
+    for (const fs::directory_entry &entry : fs::directory_iterator(m_path))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
 }

@@ -1,7 +1,9 @@
-// A fresh folder to work in: the current directory while it lives, removed with all it holds afterwards.
+// A new folder, the current directory while its object lives, removed with its contents afterwards.
 #pragma once
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 class TemporaryFolder {
 public:
@@ -11,6 +13,7 @@ public:
     TemporaryFolder &operator=(const TemporaryFolder &) = delete;
 
     const std::filesystem::path &path() const { return m_path; }
+    std::vector<std::string> entries() const; // names, sorted
 
 private:
     std::filesystem::path m_before;

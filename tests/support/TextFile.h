@@ -8,13 +8,13 @@
 #include <string>
 #include <string_view>
 
-// All of these throw std::system_error if the file does not do what they ask of it.
+// All of these throw std::system_error if the system refuses.
 std::string readBytes(const std::string &path);
 void writeBytes(const std::string &path, std::string_view bytes);
 Stream openStream(const std::string &path, const char *mode);
 
-// A nameless file in memory with these bytes, open at its start for reading and writing.
+// A file in memory with these bytes, open at its start for reading and writing.
 Stream streamOf(std::string_view bytes);
 
-// All bytes of a stream, whatever its position; the position is at the end then.
+// All bytes of a stream, whatever its position, which is at the end afterwards.
 std::string bytesOf(const Stream &stream);

@@ -1,53 +1,40 @@
+#include "stl/StlLimits.h"
+#include "tests/support/CaseNames.h"
 #include "tests/support/MeshFiles.h"
+#include "tests/support/NanSigns.h"
+#include "tests/support/OpenDescriptors.h"
+#include "tests/support/RunParameters.h"
+#include "tests/support/RunTexts.h"
+#include "tests/support/SameBytes.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
-#include "tests/transform/Transforming.h"
-#include "transform/MeshTransformer.h"
+#include "tests/support/TransformCall.h"
+#include "transform/RunFiles.h"
 
-#include <array>
-#include <cerrno>
 #include <cmath>
-#include <cstdio>
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <limits>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace {
 
-// Names the cases of a table.
-constexpr auto nameOfCase = [](const auto &instance) { return std::string(instance.param.name); };
+using P = TransformParameters;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double radiansPerDegree = 0.017453293; // not pi / 180: the program's own factor
+constexpr double cos90 = -4.32051034E-08;        // of 90 degrees by this factor; by pi / 180 it is 6e-17
 
-// Ten long, twenty wide, thirty high.
-const std::array<std::string_view, 4> box = {"0 0 1", "1 2 3", "11 22 3", "1 2 33"};
-const std::string oneFacetTotals =
-    "\n\nNumber lines read from stl file = 9\nNumber triangles read from stl file = 1\n";
+// The unit vectors, and the third one as the normal.
+constexpr FacetNumbers unitFacet = {{0, 0, 1}, {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+const std::string boxText = writtenMesh(box);
+const std::string oneFacetMessage = "\n" + totals(9, 1);
 
-std::string meshOf(const std::array<std::string_view, 4> &numbers)
+// Only as a copy the facet line keeps its surplus blanks; the rest is what rewriting makes of it as well.
+std::string boxTextWithOddFacetLine()
 {
-    return "solid  (null)\n" + asciiFacet(numbers) + "endsolid  \n";
-}
-
-// The sign of a NaN is the processor's.
-std::string withoutNanSigns(std::string text)
-{
-    for (std::size_t at = text.find("-NAN"); at != std::string::npos; at = text.find("-NAN"))
-        text[at] = ' ';
-    return text;
-}
-
-bool isOpen(int descriptor) { return fcntl(descriptor, F_GETFD) != -1 || errno != EBADF; }
-
-long openDescriptors()
-{
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
-                         std::filesystem::directory_iterator());
+    std::string text = boxText;
+    return text.insert(text.find("normal"), "  ");
 }
 
 struct Outcome {
@@ -58,38 +45,54 @@ struct Outcome {
 
 class MeshTransformation : public ::testing::Test {
 protected:
-    // The given file is passed as input; whatever comes of it, both streams must be closed afterwards, and
-    // so must every stream that was opened in between.
-    Outcome transformFile(const std::string &path)
+    // Passes the given file as input. Whatever comes of it, no stream may stay open.
+    Outcome transformFileAgain(const std::string &path, const std::string &outputPath = "out.stl")
     {
         const long descriptors = openDescriptors();
         std::FILE *input = openStream(path, "r").release();
-        std::FILE *output = openStream("out.stl", "w+").release();
+        std::FILE *output = openStream(outputPath, "w+").release();
         const int inputDescriptor = fileno(input);
         const int outputDescriptor = fileno(output);
 
         Outcome outcome;
-        char message[2048] = "\n";
-        outcome.result = transform(transformer, message, input, output, parameters);
+        char message[stlMessageCapacity] = "\n";
+        outcome.result = callTransform(transformer, message, input, output, parameters);
         outcome.message = message;
 
         EXPECT_FALSE(isOpen(inputDescriptor));
         EXPECT_FALSE(isOpen(outputDescriptor));
         EXPECT_EQ(openDescriptors(), descriptors);
+        return outcome;
+    }
+
+    // With a new transformer, as each run has.
+    Outcome transformFile(const std::string &path)
+    {
+        transformer = makeTransformer(parameters);
+        Outcome outcome = transformFileAgain(path);
         outcome.output = readBytes("out.stl");
         return outcome;
     }
 
     Outcome transformText(const std::string &temporaryFile)
     {
-        writeBytes("_tmp_stl_", temporaryFile);
-        return transformFile("_tmp_stl_");
+        writeBytes(temporaryFileName, temporaryFile);
+        return transformFile(temporaryFileName);
     }
 
-    Outcome transformFreshly(const std::string &temporaryFile)
+    void expectSuccess(const std::string &temporaryFile, const FacetNumbers &expected)
     {
-        transformer = transformerFor(parameters);
-        return transformText(temporaryFile);
+        const Outcome outcome = transformText(temporaryFile);
+        EXPECT_EQ(outcome.result, 0);
+        EXPECT_EQ(outcome.message, oneFacetMessage);
+        EXPECT_EQ(withoutSignsOfNaNs(outcome.output), writtenMesh(expected));
+    }
+
+    void expectFailure(const Outcome &outcome, const std::string &message)
+    {
+        EXPECT_EQ(outcome.result, -1);
+        EXPECT_EQ(outcome.message, message);
+        EXPECT_EQ(outcome.output, "");
     }
 
     void expectExtents(double xMin, double xMax, double yMin, double yMax, double zMin, double zMax)
@@ -101,251 +104,108 @@ protected:
         EXPECT_EQ(transformer.zMin, zMin);
         EXPECT_EQ(transformer.zMax, zMax);
     }
+    void expectExtentsOfTheBox() { expectExtents(1, 11, 2, 22, 3, 33); }
+    void expectNothingMeasured() { expectExtents(0, 0, 0, 0, 0, 0); }
 
     TemporaryFolder folder;
     TransformParameters parameters = unchanging();
-    MeshTransformer transformer = transformerFor(parameters);
+    MeshTransformer transformer = makeTransformer(parameters);
 };
 
 // ---------------------------------------------------------------------------------------------- the record
 
 TEST(MeshTransformerRecord, TakesScalesThenOffsetsBeforeThenOffsetsAfter)
 {
-    const MeshTransformer t(1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0, 8.0, 9.0);
-    EXPECT_EQ(t.xScl, 1.0);
-    EXPECT_EQ(t.yScl, 2.0);
-    EXPECT_EQ(t.zScl, 3.0);
-    EXPECT_EQ(t.xOfsB, 4.0);
-    EXPECT_EQ(t.yOfsB, 5.0);
-    EXPECT_EQ(t.zOfsB, 6.0);
-    EXPECT_EQ(t.xOfsA, 7.0);
-    EXPECT_EQ(t.yOfsA, 8.0);
-    EXPECT_EQ(t.zOfsA, 9.0);
+    const MeshTransformer t(1, 2, 3, 4, 5, 6, 7, 8, 9);
+    double expected = 1;
+    for (const double value : {t.xScl, t.yScl, t.zScl, t.xOfsB, t.yOfsB, t.zOfsB, t.xOfsA, t.yOfsA, t.zOfsA})
+        EXPECT_EQ(value, expected++);
 }
 
 TEST(MeshTransformerRecord, StartsWithoutRotation)
 {
-    const MeshTransformer t(1.0, 1.0, 1.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0);
-    EXPECT_FALSE(t.rotX.inUse());
-    EXPECT_FALSE(t.rotY.inUse());
-    EXPECT_FALSE(t.rotZ.inUse());
+    const MeshTransformer t(1, 1, 1, 0, 0, 0, 0, 0, 0);
+    for (const RotationMatrix &matrix : {t.rotX, t.rotY, t.rotZ})
+        EXPECT_FALSE(matrix.inUse());
 }
 
 // ------------------------------------------------------------------------------------- scales and offsets
 
-struct PlacementCase {
+struct OptionCase {
     const char *name;
-    void (*set)(TransformParameters &);
-    std::array<std::string_view, 3> corners;
+    Settings settings;
+    Corners corners;
 };
 
-class BoxPlacement : public MeshTransformation, public ::testing::WithParamInterface<PlacementCase> {};
+class BoxWithOptions : public MeshTransformation, public ::testing::WithParamInterface<OptionCase> {};
 
-TEST_P(BoxPlacement, RewritesTheCornersAndCopiesTheRest)
+TEST_P(BoxWithOptions, HasItsCornersRewrittenAndItsNormalKept)
 {
-    GetParam().set(parameters);
-    const Outcome outcome = transformFreshly(meshOf(box));
-    EXPECT_EQ(outcome.result, 0);
-    EXPECT_EQ(outcome.message, oneFacetTotals);
-    const auto &corners = GetParam().corners;
-    EXPECT_EQ(outcome.output, meshOf({"0 0 1", corners[0], corners[1], corners[2]}));
+    parameters = with(parameters, GetParam().settings);
+    expectSuccess(boxText, {box.normal, GetParam().corners});
 }
 
-using Parameters = TransformParameters;
-
-const PlacementCase placementCases[] = {
-    {"NothingAsked",
-     [](Parameters &) {},
-     {" 1.00000000E+00  2.00000000E+00  3.00000000E+00", " 1.10000000E+01  2.20000000E+01  3.00000000E+00",
-      " 1.00000000E+00  2.00000000E+00  3.30000000E+01"}},
+const OptionCase optionCases[] = {
     {"OffsetBeforeThenScaleThenOffsetAfter",
-     [](Parameters &p) {
-         p.xScl = 2.0;
-         p.yScl = -3.0;
-         p.zScl = 0.5;
-         p.xOfsB = 1.0;
-         p.yOfsB = 2.0;
-         p.zOfsB = 3.0;
-         p.xOfsA = 10.0;
-         p.yOfsA = 20.0;
-         p.zOfsA = 30.0;
-     },
-     {" 1.40000000E+01  8.00000000E+00  3.30000000E+01", " 3.40000000E+01 -5.20000000E+01  3.30000000E+01",
-      " 1.40000000E+01  8.00000000E+00  4.80000000E+01"}},
-    {"ScalesOfZero",
-     [](Parameters &p) { p = Parameters(); },
-     {" 0.00000000E+00  0.00000000E+00  0.00000000E+00", " 0.00000000E+00  0.00000000E+00  0.00000000E+00",
-      " 0.00000000E+00  0.00000000E+00  0.00000000E+00"}},
-    {"AnglesAndLengthsWithoutTheirFlags",
-     [](Parameters &p) { p.xAngle = p.yAngle = p.zAngle = p.xLength = p.yLength = p.zLength = 90.0; },
-     {" 1.00000000E+00  2.00000000E+00  3.00000000E+00", " 1.10000000E+01  2.20000000E+01  3.00000000E+00",
-      " 1.00000000E+00  2.00000000E+00  3.30000000E+01"}},
+     {{scales, 2, -3, 0.5}, {offsetsBefore, 1, 2, 3}, {offsetsAfter, 10, 20, 30}},
+     {{14, 8, 33}, {34, -52, 33}, {14, 8, 48}}},
+    {"ScalesOfZero", {{scales, 0, 0, 0}}, {{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}},
+    {"AnglesAndLengthsWithoutTheirFlags", {{angles, 90, 90, 90}, {lengths, 9, 9, 9}}, box.corners},
 
-    {"OriginX",
-     [](Parameters &p) { p.xSet0 = 1; },
-     {" 0.00000000E+00  2.00000000E+00  3.00000000E+00", " 1.00000000E+01  2.20000000E+01  3.00000000E+00",
-      " 0.00000000E+00  2.00000000E+00  3.30000000E+01"}},
-    {"OriginY",
-     [](Parameters &p) { p.ySet0 = 1; },
-     {" 1.00000000E+00  0.00000000E+00  3.00000000E+00", " 1.10000000E+01  2.00000000E+01  3.00000000E+00",
-      " 1.00000000E+00  0.00000000E+00  3.30000000E+01"}},
-    {"OriginZ",
-     [](Parameters &p) { p.zSet0 = 1; },
-     {" 1.00000000E+00  2.00000000E+00  0.00000000E+00", " 1.10000000E+01  2.20000000E+01  0.00000000E+00",
-      " 1.00000000E+00  2.00000000E+00  3.00000000E+01"}},
+    {"OriginX", {{&P::xSet0, 1}}, {{0, 2, 3}, {10, 22, 3}, {0, 2, 33}}},
+    {"OriginY", {{&P::ySet0, 1}}, {{1, 0, 3}, {11, 20, 3}, {1, 0, 33}}},
+    {"OriginZ", {{&P::zSet0, 1}}, {{1, 2, 0}, {11, 22, 0}, {1, 2, 30}}},
     {"OriginReplacesTheOffsetBeforeAndKeepsScaleAndOffsetAfter",
-     [](Parameters &p) {
-         p.xSet0 = 1;
-         p.xScl = 2.0;
-         p.xOfsB = 1000.0;
-         p.xOfsA = 5.0;
-     },
-     {" 5.00000000E+00  2.00000000E+00  3.00000000E+00", " 2.50000000E+01  2.20000000E+01  3.00000000E+00",
-      " 5.00000000E+00  2.00000000E+00  3.30000000E+01"}},
+     {{&P::xSet0, 1}, {&P::xScl, 2}, {&P::xOfsB, 1000}, {&P::xOfsA, 5}},
+     {{5, 2, 3}, {25, 22, 3}, {5, 2, 33}}},
 
-    {"XSameY",
-     [](Parameters &p) { p.xSameY = 1; },
-     {" 2.00000000E+00  2.00000000E+00  3.00000000E+00", " 2.20000000E+01  2.20000000E+01  3.00000000E+00",
-      " 2.00000000E+00  2.00000000E+00  3.30000000E+01"}},
-    {"XSameZ",
-     [](Parameters &p) { p.xSameZ = 1; },
-     {" 3.00000000E+00  2.00000000E+00  3.00000000E+00", " 3.30000000E+01  2.20000000E+01  3.00000000E+00",
-      " 3.00000000E+00  2.00000000E+00  3.30000000E+01"}},
-    // Crossed: the length of Z, so 30 / 20.
-    {"YSameXTakesTheLengthOfZ",
-     [](Parameters &p) { p.ySameX = 1; },
-     {" 1.00000000E+00  3.00000000E+00  3.00000000E+00", " 1.10000000E+01  3.30000000E+01  3.00000000E+00",
-      " 1.00000000E+00  3.00000000E+00  3.30000000E+01"}},
-    // Crossed: the length of X, so 10 / 20.
-    {"YSameZTakesTheLengthOfX",
-     [](Parameters &p) { p.ySameZ = 1; },
-     {" 1.00000000E+00  1.00000000E+00  3.00000000E+00", " 1.10000000E+01  1.10000000E+01  3.00000000E+00",
-      " 1.00000000E+00  1.00000000E+00  3.30000000E+01"}},
-    {"ZSameX",
-     [](Parameters &p) { p.zSameX = 1; },
-     {" 1.00000000E+00  2.00000000E+00  1.00000000E+00", " 1.10000000E+01  2.20000000E+01  1.00000000E+00",
-      " 1.00000000E+00  2.00000000E+00  1.10000000E+01"}},
-    {"ZSameY",
-     [](Parameters &p) { p.zSameY = 1; },
-     {" 1.00000000E+00  2.00000000E+00  2.00000000E+00", " 1.10000000E+01  2.20000000E+01  2.00000000E+00",
-      " 1.00000000E+00  2.00000000E+00  2.20000000E+01"}},
-    {"XSameZWinsOverXSameY",
-     [](Parameters &p) { p.xSameY = p.xSameZ = 1; },
-     {" 3.00000000E+00  2.00000000E+00  3.00000000E+00", " 3.30000000E+01  2.20000000E+01  3.00000000E+00",
-      " 3.00000000E+00  2.00000000E+00  3.30000000E+01"}},
-    {"YSameZWinsOverYSameX",
-     [](Parameters &p) { p.ySameX = p.ySameZ = 1; },
-     {" 1.00000000E+00  1.00000000E+00  3.00000000E+00", " 1.10000000E+01  1.10000000E+01  3.00000000E+00",
-      " 1.00000000E+00  1.00000000E+00  3.30000000E+01"}},
-    {"ZSameYWinsOverZSameX",
-     [](Parameters &p) { p.zSameX = p.zSameY = 1; },
-     {" 1.00000000E+00  2.00000000E+00  2.00000000E+00", " 1.10000000E+01  2.20000000E+01  2.00000000E+00",
-      " 1.00000000E+00  2.00000000E+00  2.20000000E+01"}},
+    {"XSameY", {{&P::xSameY, 1}}, {{2, 2, 3}, {22, 22, 3}, {2, 2, 33}}},
+    {"XSameZ", {{&P::xSameZ, 1}}, {{3, 2, 3}, {33, 22, 3}, {3, 2, 33}}},
+    {"YSameXTakesTheLengthOfZ", {{&P::ySameX, 1}}, {{1, 3, 3}, {11, 33, 3}, {1, 3, 33}}}, // 30 / 20
+    {"YSameZTakesTheLengthOfX", {{&P::ySameZ, 1}}, {{1, 1, 3}, {11, 11, 3}, {1, 1, 33}}}, // 10 / 20
+    {"ZSameX", {{&P::zSameX, 1}}, {{1, 2, 1}, {11, 22, 1}, {1, 2, 11}}},
+    {"ZSameY", {{&P::zSameY, 1}}, {{1, 2, 2}, {11, 22, 2}, {1, 2, 22}}},
+    {"XSameZWinsOverXSameY", {{&P::xSameY, 1}, {&P::xSameZ, 1}}, {{3, 2, 3}, {33, 22, 3}, {3, 2, 33}}},
+    {"YSameZWinsOverYSameX", {{&P::ySameX, 1}, {&P::ySameZ, 1}}, {{1, 1, 3}, {11, 11, 3}, {1, 1, 33}}},
+    {"ZSameYWinsOverZSameX", {{&P::zSameX, 1}, {&P::zSameY, 1}}, {{1, 2, 2}, {11, 22, 2}, {1, 2, 22}}},
     {"SameLengthReplacesTheScaleAndKeepsTheOffsets",
-     [](Parameters &p) {
-         p.xSameY = 1;
-         p.xScl = 7.0;
-         p.xOfsB = 1.0;
-         p.xOfsA = 0.5;
-     },
-     {" 4.50000000E+00  2.00000000E+00  3.00000000E+00", " 2.45000000E+01  2.20000000E+01  3.00000000E+00",
-      " 4.50000000E+00  2.00000000E+00  3.30000000E+01"}},
+     {{&P::xSameY, 1}, {&P::xScl, 7}, {&P::xOfsB, 1}, {&P::xOfsA, 0.5}},
+     {{4.5, 2, 3}, {24.5, 22, 3}, {4.5, 2, 33}}},
     {"SameLengthMeasuresTheInputWhateverTheOtherScale",
-     [](Parameters &p) {
-         p.xSameY = 1;
-         p.yScl = 10.0;
-     },
-     {" 2.00000000E+00  2.00000000E+01  3.00000000E+00", " 2.20000000E+01  2.20000000E+02  3.00000000E+00",
-      " 2.00000000E+00  2.00000000E+01  3.30000000E+01"}},
+     {{&P::xSameY, 1}, {&P::yScl, 10}},
+     {{2, 20, 3}, {22, 220, 3}, {2, 20, 33}}},
 
-    {"LengthX",
-     [](Parameters &p) {
-         p.xSetL = 1;
-         p.xLength = 100.0;
-     },
-     {" 1.00000000E+01  2.00000000E+00  3.00000000E+00", " 1.10000000E+02  2.20000000E+01  3.00000000E+00",
-      " 1.00000000E+01  2.00000000E+00  3.30000000E+01"}},
-    {"LengthY",
-     [](Parameters &p) {
-         p.ySetL = 1;
-         p.yLength = 100.0;
-     },
-     {" 1.00000000E+00  1.00000000E+01  3.00000000E+00", " 1.10000000E+01  1.10000000E+02  3.00000000E+00",
-      " 1.00000000E+00  1.00000000E+01  3.30000000E+01"}},
-    {"LengthZ",
-     [](Parameters &p) {
-         p.zSetL = 1;
-         p.zLength = 90.0;
-     },
-     {" 1.00000000E+00  2.00000000E+00  9.00000000E+00", " 1.10000000E+01  2.20000000E+01  9.00000000E+00",
-      " 1.00000000E+00  2.00000000E+00  9.90000000E+01"}},
+    {"LengthX", {{&P::xSetL, 1}, {&P::xLength, 100}}, {{10, 2, 3}, {110, 22, 3}, {10, 2, 33}}},
+    {"LengthY", {{&P::ySetL, 1}, {&P::yLength, 100}}, {{1, 10, 3}, {11, 110, 3}, {1, 10, 33}}},
+    {"LengthZ", {{&P::zSetL, 1}, {&P::zLength, 90}}, {{1, 2, 9}, {11, 22, 9}, {1, 2, 99}}},
     {"AllLengthsReplaceTheScales",
-     [](Parameters &p) {
-         p.xScl = p.yScl = p.zScl = 7.0;
-         p.xSetL = p.ySetL = p.zSetL = 1;
-         p.xLength = 5.0;
-         p.yLength = 5.0;
-         p.zLength = 15.0;
-     },
-     {" 5.00000000E-01  5.00000000E-01  1.50000000E+00", " 5.50000000E+00  5.50000000E+00  1.50000000E+00",
-      " 5.00000000E-01  5.00000000E-01  1.65000000E+01"}},
-    {"LengthOfZero",
-     [](Parameters &p) { p.xSetL = 1; },
-     {" 0.00000000E+00  2.00000000E+00  3.00000000E+00", " 0.00000000E+00  2.20000000E+01  3.00000000E+00",
-      " 0.00000000E+00  2.00000000E+00  3.30000000E+01"}},
+     {{scales, 7, 7, 7}, {setLengths, 1, 1, 1}, {lengths, 5, 5, 15}},
+     {{0.5, 0.5, 1.5}, {5.5, 5.5, 1.5}, {0.5, 0.5, 16.5}}},
+    {"LengthOfZero", {{&P::xSetL, 1}}, {{0, 2, 3}, {0, 22, 3}, {0, 2, 33}}},
     {"LengthDoesNotDependOnTheOffsets",
-     [](Parameters &p) {
-         p.xSetL = 1;
-         p.xLength = 100.0;
-         p.xOfsB = 1.0;
-         p.xOfsA = 3.0;
-     },
-     {" 2.30000000E+01  2.00000000E+00  3.00000000E+00", " 1.23000000E+02  2.20000000E+01  3.00000000E+00",
-      " 2.30000000E+01  2.00000000E+00  3.30000000E+01"}},
+     {{&P::xSetL, 1}, {&P::xLength, 100}, {&P::xOfsB, 1}, {&P::xOfsA, 3}},
+     {{23, 2, 3}, {123, 22, 3}, {23, 2, 33}}},
     {"LengthWinsOverSameLength",
-     [](Parameters &p) {
-         p.xSameY = p.xSameZ = p.xSetL = 1;
-         p.xLength = 100.0;
-     },
-     {" 1.00000000E+01  2.00000000E+00  3.00000000E+00", " 1.10000000E+02  2.20000000E+01  3.00000000E+00",
-      " 1.00000000E+01  2.00000000E+00  3.30000000E+01"}},
+     {{&P::xSameY, 1}, {&P::xSameZ, 1}, {&P::xSetL, 1}, {&P::xLength, 100}},
+     {{10, 2, 3}, {110, 22, 3}, {10, 2, 33}}},
     {"LengthOfOneAxisLeavesSameLengthOfAnother",
-     [](Parameters &p) {
-         p.ySameX = p.xSetL = 1;
-         p.xLength = 100.0;
-     },
-     {" 1.00000000E+01  3.00000000E+00  3.00000000E+00", " 1.10000000E+02  3.30000000E+01  3.00000000E+00",
-      " 1.00000000E+01  3.00000000E+00  3.30000000E+01"}},
+     {{&P::ySameX, 1}, {&P::xSetL, 1}, {&P::xLength, 100}},
+     {{10, 3, 3}, {110, 33, 3}, {10, 3, 33}}},
     {"LengthAndOriginTogether",
-     [](Parameters &p) {
-         p.xSet0 = p.xSetL = 1;
-         p.xLength = 100.0;
-     },
-     {" 0.00000000E+00  2.00000000E+00  3.00000000E+00", " 1.00000000E+02  2.20000000E+01  3.00000000E+00",
-      " 0.00000000E+00  2.00000000E+00  3.30000000E+01"}},
+     {{&P::xSet0, 1}, {&P::xSetL, 1}, {&P::xLength, 100}},
+     {{0, 2, 3}, {100, 22, 3}, {0, 2, 33}}},
 
-    // Only a flag of exactly one acts; the sum of the nine decides whether any is looked at.
+    // Only a flag of exactly one has an effect. Whether any of the nine is considered depends on their sum.
     {"FlagsOfTwo",
-     [](Parameters &p) { p.xSet0 = p.ySet0 = p.zSet0 = p.xSameY = p.xSameZ = p.ySameX = p.zSameY = 2; },
-     {" 1.00000000E+00  2.00000000E+00  3.00000000E+00", " 1.10000000E+01  2.20000000E+01  3.00000000E+00",
-      " 1.00000000E+00  2.00000000E+00  3.30000000E+01"}},
-    {"FlagsWhoseSumIsZero",
-     [](Parameters &p) {
-         p.xSet0 = 1;
-         p.zSameY = -1;
-     },
-     {" 1.00000000E+00  2.00000000E+00  3.00000000E+00", " 1.10000000E+01  2.20000000E+01  3.00000000E+00",
-      " 1.00000000E+00  2.00000000E+00  3.30000000E+01"}},
-    {"FlagsOneOfThemNegative",
-     [](Parameters &p) {
-         p.xSet0 = p.zSet0 = 1;
-         p.ySet0 = -1;
-     },
-     {" 0.00000000E+00  2.00000000E+00  0.00000000E+00", " 1.00000000E+01  2.20000000E+01  0.00000000E+00",
-      " 0.00000000E+00  2.00000000E+00  3.00000000E+01"}},
+     {{origins, 2, 2, 2}, {&P::xSameY, 2}, {&P::xSameZ, 2}, {&P::ySameX, 2}, {&P::zSameY, 2}},
+     box.corners},
+    {"FlagsWhoseSumIsZero", {{&P::xSet0, 1}, {&P::zSameY, -1}}, box.corners},
+    {"OneNegativeFlagOfThree",
+     {{&P::xSet0, 1}, {&P::zSet0, 1}, {&P::ySet0, -1}},
+     {{0, 2, 0}, {10, 22, 0}, {0, 2, 30}}},
 };
 
-INSTANTIATE_TEST_SUITE_P(, BoxPlacement, ::testing::ValuesIn(placementCases), nameOfCase);
+INSTANTIATE_TEST_SUITE_P(, BoxWithOptions, ::testing::ValuesIn(optionCases), nameOfCase);
 
 TEST_F(MeshTransformation, CopiesEveryLineButTheVertexLinesUpToItsLineEnd)
 {
@@ -360,7 +220,7 @@ TEST_F(MeshTransformation, CopiesEveryLineButTheVertexLinesUpToItsLineEnd)
                                           "endsolid  my label\r\n"
                                           "not read\n");
     EXPECT_EQ(outcome.result, 0);
-    EXPECT_EQ(outcome.message, oneFacetTotals);
+    EXPECT_EQ(outcome.message, oneFacetMessage);
     EXPECT_EQ(outcome.output, "my label \r\n"
                               "\x20   facet   normal -0 abc 1e99   \n"
                               "outer  anything\n"
@@ -374,325 +234,220 @@ TEST_F(MeshTransformation, CopiesEveryLineButTheVertexLinesUpToItsLineEnd)
 
 TEST_F(MeshTransformation, MinusZeroBecomesPlusZeroInVertexLinesOnly)
 {
-    const Outcome outcome = transformText(meshOf(
-        {"-0.00000000E+00 0 1", "-0.00000000E+00 -0.00000000E+00 -0.00000000E+00", "-0 1 -0", "1 -0 -1"}));
-    EXPECT_EQ(outcome.output,
-              meshOf({"-0.00000000E+00 0 1", " 0.00000000E+00  0.00000000E+00  0.00000000E+00",
-                      " 0.00000000E+00  1.00000000E+00  0.00000000E+00",
-                      " 1.00000000E+00  0.00000000E+00 -1.00000000E+00"}));
+    const Point normal = {-0.0, 0, 1};
+    expectSuccess(writtenMesh({normal, {{-0.0, -0.0, -0.0}, {-0.0, 1, -0.0}, {1, -0.0, -1}}}),
+                  {normal, {{0, 0, 0}, {0, 1, 0}, {1, 0, -1}}});
 }
 
-TEST_F(MeshTransformation, ACoordinateThatIsMissingIsTheLastWrittenOneTransformedOnceMore)
+TEST_F(MeshTransformation, AMissingCoordinateIsTheLastWrittenOneTransformedOnceMore)
 {
-    parameters.xScl = 2.0;
-    parameters.zOfsA = 1.0;
-    const Outcome outcome = transformFreshly(meshOf({"0 0 1", "1 2", "x 5 6", "3 4 5"}));
+    parameters = with(parameters, {{&P::xScl, 2}, {&P::zOfsA, 1}});
+    const Outcome outcome = transformText(temporaryFileOf(asciiFacet({"0 0 1", "1 2", "x 5 6", "3 4 5"})));
     EXPECT_EQ(outcome.result, 0);
-    EXPECT_EQ(outcome.output, meshOf({"0 0 1", " 2.00000000E+00  2.00000000E+00  1.00000000E+00",
-                                      " 4.00000000E+00  2.00000000E+00  2.00000000E+00",
-                                      " 6.00000000E+00  4.00000000E+00  6.00000000E+00"}));
+    EXPECT_EQ(outcome.output,
+              temporaryFileOf(asciiFacet({"0 0 1", " 2.00000000E+00  2.00000000E+00  1.00000000E+00",
+                                          " 4.00000000E+00  2.00000000E+00  2.00000000E+00",
+                                          " 6.00000000E+00  4.00000000E+00  6.00000000E+00"})));
 }
 
 TEST_F(MeshTransformation, ArithmeticIsDoneInDoublePrecision)
 {
-    parameters.xScl = 1.0 / 3.0;
-    parameters.xOfsB = 1e-9;
-    const Outcome outcome = transformFreshly(meshOf({"0 0 1", "0 0 0", "1.00000001 0 0", "16777217 0 0"}));
-    EXPECT_EQ(outcome.output, meshOf({"0 0 1", " 3.33333333E-10  0.00000000E+00  0.00000000E+00",
-                                      " 3.33333337E-01  0.00000000E+00  0.00000000E+00",
-                                      " 5.59240567E+06  0.00000000E+00  0.00000000E+00"}));
+    parameters = with(parameters, {{&P::xScl, 1.0 / 3.0}, {&P::xOfsB, 1e-9}});
+    expectSuccess(writtenMesh({box.normal, {{0, 0, 0}, {1.00000001, 0, 0}, {16777217, 0, 0}}}),
+                  {box.normal, {{3.33333333E-10, 0, 0}, {3.33333337E-01, 0, 0}, {5.59240567E+06, 0, 0}}});
 }
 
 // ----------------------------------------------------------------------------------------------- rotations
 
 struct RotationCase {
     const char *name;
-    void (*set)(TransformParameters &);
-    std::array<std::string_view, 4> input;
-    std::array<std::string_view, 4> expected;
+    Settings settings;
+    FacetNumbers input;
+    FacetNumbers expected;
 };
 
 class Rotation : public MeshTransformation, public ::testing::WithParamInterface<RotationCase> {};
 
 TEST_P(Rotation, TurnsNormalsAndCorners)
 {
-    GetParam().set(parameters);
-    const Outcome outcome = transformFreshly(meshOf(GetParam().input));
-    EXPECT_EQ(outcome.result, 0);
-    EXPECT_EQ(outcome.message, oneFacetTotals);
-    EXPECT_EQ(outcome.output, meshOf(GetParam().expected));
+    parameters = with(parameters, GetParam().settings);
+    expectSuccess(writtenMesh(GetParam().input), GetParam().expected);
 }
 
+constexpr Point minusZeroNormal = {-0.0, 3, -400};
+
 const RotationCase rotationCases[] = {
-    // The cosine of 90 * 0.017453293 is -4.32e-8; with the full-precision factor it would be 6e-17.
     {"AboutXBy90",
-     [](Parameters &p) {
-         p.xRotate = 1;
-         p.xAngle = 90.0;
-     },
-     {"0 0 1", "1 0 0", "0 1 0", "0 0 1"},
-     {" 0.00000000E+00 -1.00000000E+00 -4.32051034E-08", " 1.00000000E+00  0.00000000E+00  0.00000000E+00",
-      " 0.00000000E+00 -4.32051034E-08  1.00000000E+00", " 0.00000000E+00 -1.00000000E+00 -4.32051034E-08"}},
+     {{&P::xRotate, 1}, {&P::xAngle, 90}},
+     unitFacet,
+     {{0, -1, cos90}, {{1, 0, 0}, {0, cos90, 1}, {0, -1, cos90}}}},
     // A positive angle turns +X towards +Z.
     {"AboutYBy90",
-     [](Parameters &p) {
-         p.yRotate = 1;
-         p.yAngle = 90.0;
-     },
-     {"0 0 1", "1 0 0", "0 1 0", "0 0 1"},
-     {"-1.00000000E+00  0.00000000E+00 -4.32051034E-08", "-4.32051034E-08  0.00000000E+00  1.00000000E+00",
-      " 0.00000000E+00  1.00000000E+00  0.00000000E+00", "-1.00000000E+00  0.00000000E+00 -4.32051034E-08"}},
+     {{&P::yRotate, 1}, {&P::yAngle, 90}},
+     unitFacet,
+     {{-1, 0, cos90}, {{cos90, 0, 1}, {0, 1, 0}, {-1, 0, cos90}}}},
     {"AboutZBy90",
-     [](Parameters &p) {
-         p.zRotate = 1;
-         p.zAngle = 90.0;
-     },
-     {"0 0 1", "1 0 0", "0 1 0", "0 0 1"},
-     {" 0.00000000E+00  0.00000000E+00  1.00000000E+00", "-4.32051034E-08  1.00000000E+00  0.00000000E+00",
-      "-1.00000000E+00 -4.32051034E-08  0.00000000E+00", " 0.00000000E+00  0.00000000E+00  1.00000000E+00"}},
+     {{&P::zRotate, 1}, {&P::zAngle, 90}},
+     unitFacet,
+     {{0, 0, 1}, {{cos90, 1, 0}, {-1, cos90, 0}, {0, 0, 1}}}},
     {"AboutXByMoreThanATurnBackwards",
-     [](Parameters &p) {
-         p.xRotate = 1;
-         p.xAngle = -450.0;
-     },
-     {"0 0 1", "1 2 3", "11 22 3", "1 2 33"},
-     {" 0.00000000E+00  1.00000000E+00 -2.16025518E-07", " 1.00000000E+00  2.99999957E+00 -2.00000065E+00",
-      " 1.10000000E+01  2.99999525E+00 -2.20000006E+01", " 1.00000000E+00  3.29999996E+01 -2.00000713E+00"}},
+     {{&P::xRotate, 1}, {&P::xAngle, -450}},
+     box,
+     {{0, 1, -2.16025518E-07},
+      {{1, 2.99999957, -2.00000065}, {11, 2.99999525, -22.0000006}, {1, 32.9999996, -2.00000713}}}},
     {"AboutXThenYThenZ",
-     [](Parameters &p) {
-         p.xRotate = p.yRotate = p.zRotate = 1;
-         p.xAngle = 30.0;
-         p.yAngle = 60.0;
-         p.zAngle = 90.0;
-     },
-     {"0 0 1", "1 2 3", "11 22 3", "1 2 33"},
-     {" 5.00000045E-01 -7.49999985E-01  4.33012677E-01", "-2.32050643E-01 -2.61602549E+00  2.66506344E+00",
-      "-1.75525584E+01 -6.27628089E+00  1.63253175E+01", " 1.47679507E+01 -2.51160250E+01  1.56554437E+01"}},
+     {{rotations, 1, 1, 1}, {angles, 30, 60, 90}},
+     box,
+     {{0.500000045, -0.749999985, 0.433012677},
+      {{-0.232050643, -2.61602549, 2.66506344},
+       {-17.5525584, -6.27628089, 16.3253175},
+       {14.7679507, -25.1160250, 15.6554437}}}},
     {"AfterScaleAndOffsetsWhichLeaveTheNormalAlone",
-     [](Parameters &p) {
-         p.zRotate = 1;
-         p.zAngle = 90.0;
-         p.xOfsB = 1.0;
-         p.xScl = 2.0;
-         p.xOfsA = 10.0;
-     },
-     {"1 0 0", "1 2 3", "11 22 3", "1 2 33"},
-     {"-4.32051034E-08  1.00000000E+00  0.00000000E+00", "-2.00000060E+00  1.39999999E+01  3.00000000E+00",
-      "-2.20000015E+01  3.39999990E+01  3.00000000E+00", "-2.00000060E+00  1.39999999E+01  3.30000000E+01"}},
-    {"AfterALengthMeasuredOnTheUnturnedMesh",
-     [](Parameters &p) {
-         p.zRotate = p.xSetL = 1;
-         p.zAngle = 90.0;
-         p.xLength = 100.0;
-     },
-     {"0 0 1", "1 2 3", "11 22 3", "1 2 33"},
-     {" 0.00000000E+00  0.00000000E+00  1.00000000E+00", "-2.00000043E+00  9.99999991E+00  3.00000000E+00",
-      "-2.20000048E+01  1.09999999E+02  3.00000000E+00", "-2.00000043E+00  9.99999991E+00  3.30000000E+01"}},
-    // Still a rotation: the normal is read and written anew.
-    {"AboutXByZero",
-     [](Parameters &p) { p.xRotate = 1; },
-     {"-0 3 -4e2", "1 2 3", "11 22 3", "1 2 33"},
-     {" 0.00000000E+00  3.00000000E+00 -4.00000000E+02", " 1.00000000E+00  2.00000000E+00  3.00000000E+00",
-      " 1.10000000E+01  2.20000000E+01  3.00000000E+00", " 1.00000000E+00  2.00000000E+00  3.30000000E+01"}},
-    {"AboutYByZero",
-     [](Parameters &p) { p.yRotate = 1; },
-     {"-0 3 -4e2", "1 2 3", "11 22 3", "1 2 33"},
-     {" 0.00000000E+00  3.00000000E+00 -4.00000000E+02", " 1.00000000E+00  2.00000000E+00  3.00000000E+00",
-      " 1.10000000E+01  2.20000000E+01  3.00000000E+00", " 1.00000000E+00  2.00000000E+00  3.30000000E+01"}},
-    // Here every product of the first row is a minus zero.
-    {"AboutZByZero",
-     [](Parameters &p) { p.zRotate = 1; },
-     {"-0 3 -4e2", "1 2 3", "11 22 3", "1 2 33"},
-     {"-0.00000000E+00  3.00000000E+00 -4.00000000E+02", " 1.00000000E+00  2.00000000E+00  3.00000000E+00",
-      " 1.10000000E+01  2.20000000E+01  3.00000000E+00", " 1.00000000E+00  2.00000000E+00  3.30000000E+01"}},
-    // The first corner takes the missing z from the normal, the normal's own missing z is zero.
-    {"NormalAndCornersShareTheirNumbers",
-     [](Parameters &p) { p.xRotate = 1; },
-     {"7 8", "1 2", "11", "nothing"},
-     {" 7.00000000E+00  8.00000000E+00  0.00000000E+00", " 1.00000000E+00  2.00000000E+00  0.00000000E+00",
-      " 1.10000000E+01  2.00000000E+00  0.00000000E+00", " 1.10000000E+01  2.00000000E+00  0.00000000E+00"}},
+     {{&P::zRotate, 1}, {&P::zAngle, 90}, {&P::xOfsB, 1}, {&P::xScl, 2}, {&P::xOfsA, 10}},
+     {{1, 0, 0}, box.corners},
+     {{cos90, 1, 0},
+      {{-2.00000060, 13.9999999, 3}, {-22.0000015, 33.9999990, 3}, {-2.00000060, 13.9999999, 33}}}},
+    {"AfterALengthMeasuredOnTheUnrotatedMesh",
+     {{&P::zRotate, 1}, {&P::xSetL, 1}, {&P::zAngle, 90}, {&P::xLength, 100}},
+     box,
+     {{0, 0, 1},
+      {{-2.00000043, 9.99999991, 3}, {-22.0000048, 109.999999, 3}, {-2.00000043, 9.99999991, 33}}}},
+    // An angle of zero is a rotation, too: the normal is read and written. About Z, every product of its
+    // first row is a minus zero.
+    {"AboutXByZero", {{&P::xRotate, 1}}, {minusZeroNormal, box.corners}, {{0, 3, -400}, box.corners}},
+    {"AboutYByZero", {{&P::yRotate, 1}}, {minusZeroNormal, box.corners}, {{0, 3, -400}, box.corners}},
+    {"AboutZByZero", {{&P::zRotate, 1}}, {minusZeroNormal, box.corners}, {minusZeroNormal, box.corners}},
 };
 
 INSTANTIATE_TEST_SUITE_P(, Rotation, ::testing::ValuesIn(rotationCases), nameOfCase);
 
-TEST_F(MeshTransformation, MatricesAreStoredByRows)
+TEST_F(MeshTransformation, ARotatedNormalIsRewrittenInTheLayoutOfTheFile)
 {
-    parameters.xRotate = parameters.yRotate = parameters.zRotate = 1;
-    parameters.xAngle = 30.0;
-    parameters.yAngle = 45.0;
-    parameters.zAngle = -60.0;
-    transformText(meshOf(box));
-
-    const auto expectRows = [](const RotationMatrix &matrix, const double(&rows)[3][3]) {
-        for (int row = 0; row < 3; ++row) {
-            for (int column = 0; column < 3; ++column)
-                EXPECT_EQ(matrix[row][column], rows[row][column]) << row << ", " << column;
-        }
-    };
-    const double cx = std::cos(30.0 * 0.017453293), sx = std::sin(30.0 * 0.017453293);
-    const double cy = std::cos(45.0 * 0.017453293), sy = std::sin(45.0 * 0.017453293);
-    const double cz = std::cos(-60.0 * 0.017453293), sz = std::sin(-60.0 * 0.017453293);
-    expectRows(transformer.rotX, {{1.0, 0.0, 0.0}, {0.0, cx, -sx}, {0.0, sx, cx}});
-    expectRows(transformer.rotY, {{cy, 0.0, -sy}, {0.0, 1.0, 0.0}, {sy, 0.0, cy}});
-    expectRows(transformer.rotZ, {{cz, -sz, 0.0}, {sz, cz, 0.0}, {0.0, 0.0, 1.0}});
+    parameters.xRotate = 1;
+    EXPECT_EQ(transformText(temporaryFileOf(asciiFacet({"1 2 -4e2", "1 2 3", "11 22 3", "1 2 33"}))).output,
+              writtenMesh({{1, 2, -400}, box.corners}));
 }
 
-TEST_F(MeshTransformation, RotationsNotAskedForCarryTheMarker)
+// The first corner takes its missing z from the normal, whose own missing z is zero.
+TEST_F(MeshTransformation, RotatedNormalAndCornersShareTheirNumbers)
+{
+    parameters.xRotate = 1;
+    expectSuccess(temporaryFileOf(asciiFacet({"7 8", "1 2", "11", "nothing"})),
+                  {{7, 8, 0}, {{1, 2, 0}, {11, 2, 0}, {11, 2, 0}}});
+}
+
+TEST_F(MeshTransformation, EachMatrixIsThatOfItsAxisAndAngle)
+{
+    parameters = with(parameters, {{rotations, 1, 1, 1}, {angles, 30, 45, -60}});
+    transformText(boxText);
+    EXPECT_TRUE(sameBytes(transformer.rotX, RotationMatrix::aboutX(30 * radiansPerDegree)));
+    EXPECT_TRUE(sameBytes(transformer.rotY, RotationMatrix::aboutY(45 * radiansPerDegree)));
+    EXPECT_TRUE(sameBytes(transformer.rotZ, RotationMatrix::aboutZ(-60 * radiansPerDegree)));
+}
+
+TEST_F(MeshTransformation, RotationsNotAskedForAreMarkedAsNotInUse)
 {
     parameters.yRotate = 1;
-    transformText(meshOf(box));
-    EXPECT_EQ(transformer.rotX[0][0], 999.0);
+    transformText(boxText);
+    EXPECT_EQ(transformer.rotX[0][0], RotationMatrix::unusedMarker);
     EXPECT_EQ(transformer.rotY[0][0], 1.0);
-    EXPECT_EQ(transformer.rotZ[0][0], 999.0);
+    EXPECT_EQ(transformer.rotZ[0][0], RotationMatrix::unusedMarker);
 }
 
 TEST_F(MeshTransformation, RotationsOfAnEarlierCallAreForgotten)
 {
-    parameters.xRotate = parameters.yRotate = parameters.zRotate = 1;
-    transformText(meshOf(box));
+    parameters = with(parameters, {{rotations, 1, 1, 1}});
+    transformText(boxTextWithOddFacetLine());
     parameters = unchanging();
-    const Outcome outcome = transformText(meshOf({"-0 0 1", "1 0 0", "0 1 0", "0 0 1"}));
-    EXPECT_EQ(transformer.rotX[0][0], 999.0);
-    EXPECT_EQ(transformer.rotY[0][0], 999.0);
-    EXPECT_EQ(transformer.rotZ[0][0], 999.0);
-    EXPECT_EQ(outcome.output, meshOf({"-0 0 1", " 1.00000000E+00  0.00000000E+00  0.00000000E+00",
-                                      " 0.00000000E+00  1.00000000E+00  0.00000000E+00",
-                                      " 0.00000000E+00  0.00000000E+00  1.00000000E+00"}));
+    transformFileAgain(temporaryFileName);
+    for (const RotationMatrix &matrix : {transformer.rotX, transformer.rotY, transformer.rotZ})
+        EXPECT_EQ(matrix[0][0], RotationMatrix::unusedMarker);
+    EXPECT_EQ(readBytes("out.stl"), boxTextWithOddFacetLine());
 }
 
 TEST_F(MeshTransformation, AngleIsTheOneConvertedLast)
 {
-    parameters.xAngle = 30.0;
-    parameters.yAngle = 60.0;
-    parameters.zAngle = 120.0;
-    const auto angleAfter = [this](int x, int y, int z) {
-        parameters.xRotate = x;
-        parameters.yRotate = y;
-        parameters.zRotate = z;
-        transformFreshly(meshOf(box));
+    const auto angleWith = [this](const Settings &flags) {
+        parameters = with(with(unchanging(), {{angles, 30, 60, 120}}), flags);
+        transformText(boxText);
         return transformer.angle;
     };
-    EXPECT_EQ(angleAfter(1, 0, 0), 30.0 * 0.017453293);
-    EXPECT_EQ(angleAfter(1, 1, 0), 60.0 * 0.017453293);
-    EXPECT_EQ(angleAfter(1, 1, 1), 120.0 * 0.017453293);
-    EXPECT_EQ(angleAfter(0, 1, 0), 60.0 * 0.017453293);
+    EXPECT_EQ(angleWith({{&P::xRotate, 1}}), 30 * radiansPerDegree);
+    EXPECT_EQ(angleWith({{&P::xRotate, 1}, {&P::yRotate, 1}}), 60 * radiansPerDegree);
+    EXPECT_EQ(angleWith({{rotations, 1, 1, 1}}), 120 * radiansPerDegree);
+    EXPECT_EQ(angleWith({{&P::yRotate, 1}}), 60 * radiansPerDegree);
 }
 
-class AngleWithoutCosine : public MeshTransformation, public ::testing::WithParamInterface<double> {};
+struct OddAngle {
+    const char *name;
+    double angle;
+};
 
-// The cosine stands in the top-left element of these two, and no comparison with NaN holds.
+class AngleWithoutCosine : public MeshTransformation, public ::testing::WithParamInterface<OddAngle> {};
+
+// Matrices about Y and Z have the cosine as their top-left element, and no comparison with a NaN holds.
 TEST_P(AngleWithoutCosine, SwitchesTheRotationsAboutYAndZOff)
 {
-    parameters.yRotate = parameters.zRotate = 1;
-    parameters.yAngle = parameters.zAngle = GetParam();
-    const Outcome outcome = transformText(meshOf({"-0 0 1", "1 0 0", "0 1 0", "0 0 1"}));
+    const double angle = GetParam().angle;
+    parameters =
+        with(parameters, {{&P::yRotate, 1}, {&P::zRotate, 1}, {&P::yAngle, angle}, {&P::zAngle, angle}});
+    const Outcome outcome = transformText(boxTextWithOddFacetLine());
     EXPECT_EQ(outcome.result, 0);
-    EXPECT_EQ(outcome.output, meshOf({"-0 0 1", " 1.00000000E+00  0.00000000E+00  0.00000000E+00",
-                                      " 0.00000000E+00  1.00000000E+00  0.00000000E+00",
-                                      " 0.00000000E+00  0.00000000E+00  1.00000000E+00"}));
+    EXPECT_EQ(outcome.output, boxTextWithOddFacetLine());
 }
 
 TEST_P(AngleWithoutCosine, LeavesTheOtherRotationsOn)
 {
-    parameters.xRotate = parameters.yRotate = parameters.zRotate = 1;
-    parameters.yAngle = GetParam();
-    parameters.zAngle = 90.0;
-    const Outcome outcome = transformText(meshOf({"0 0 1", "1 0 0", "0 1 0", "0 0 1"}));
-    EXPECT_EQ(outcome.output, meshOf({" 0.00000000E+00  0.00000000E+00  1.00000000E+00",
-                                      "-4.32051034E-08  1.00000000E+00  0.00000000E+00",
-                                      "-1.00000000E+00 -4.32051034E-08  0.00000000E+00",
-                                      " 0.00000000E+00  0.00000000E+00  1.00000000E+00"}));
+    parameters = with(parameters, {{rotations, 1, 1, 1}, {&P::yAngle, GetParam().angle}, {&P::zAngle, 90}});
+    expectSuccess(writtenMesh(unitFacet), {{0, 0, 1}, {{cos90, 1, 0}, {-1, cos90, 0}, {0, 0, 1}}});
 }
 
-// About X the top-left element is 1 whatever the angle.
+// About X the top-left element is 1, whatever the angle.
 TEST_P(AngleWithoutCosine, KeepsTheRotationAboutXOn)
 {
-    parameters.xRotate = 1;
-    parameters.xAngle = GetParam();
-    const Outcome outcome = transformText(meshOf({"0 0 1", "1 2 3", "11 22 3", "-0 0 0"}));
-    EXPECT_EQ(outcome.result, 0);
-    EXPECT_EQ(withoutNanSigns(outcome.output), meshOf({" 0.00000000E+00             NAN             NAN",
-                                                       " 1.00000000E+00             NAN             NAN",
-                                                       " 1.10000000E+01             NAN             NAN",
-                                                       " 0.00000000E+00             NAN             NAN"}));
+    parameters = with(parameters, {{&P::xRotate, 1}, {&P::xAngle, GetParam().angle}});
+    const auto turned = [](double x) { return Point{x, notANumber, notANumber}; };
+    expectSuccess(writtenMesh({{0, 0, 1}, {{1, 2, 3}, {11, 22, 3}, {-0.0, 0, 0}}}),
+                  {turned(0), {turned(1), turned(11), turned(0)}});
 }
 
-constexpr auto nameOfAngle = [](const auto &instance) {
-    return std::isnan(instance.param) ? "NotANumber" : instance.param > 0.0 ? "Infinite" : "MinusInfinite";
-};
+constexpr OddAngle anglesWithoutCosine[] = {
+    {"Infinite", infinity}, {"MinusInfinite", -infinity}, {"NotANumber", notANumber}};
 
-INSTANTIATE_TEST_SUITE_P(, AngleWithoutCosine, ::testing::Values(infinity, -infinity, notANumber),
-                         nameOfAngle);
+INSTANTIATE_TEST_SUITE_P(, AngleWithoutCosine, ::testing::ValuesIn(anglesWithoutCosine), nameOfCase);
 
 // ------------------------------------------------------------------------------------------- zero extents
 
-struct FlatCase {
-    const char *name;
-    void (*set)(TransformParameters &);
-    std::array<std::string_view, 3> corners;
-};
-
-class FlatMesh : public MeshTransformation, public ::testing::WithParamInterface<FlatCase> {};
+class FlatMesh : public MeshTransformation, public ::testing::WithParamInterface<OptionCase> {};
 
 TEST_P(FlatMesh, IsScaledByWhatTheDivisionGives)
 {
-    GetParam().set(parameters);
-    const Outcome outcome = transformFreshly(meshOf({"0 1 0", "1 0 3", "11 0 3", "1 0 33"}));
-    EXPECT_EQ(outcome.result, 0);
-    EXPECT_EQ(outcome.message, oneFacetTotals);
-    const auto &corners = GetParam().corners;
-    EXPECT_EQ(withoutNanSigns(outcome.output), meshOf({"0 1 0", corners[0], corners[1], corners[2]}));
+    parameters = with(parameters, GetParam().settings);
+    expectSuccess(writtenMesh({{0, 1, 0}, {{1, 0, 3}, {11, 0, 3}, {1, 0, 33}}}),
+                  {{0, 1, 0}, GetParam().corners});
 }
 
-const FlatCase flatCases[] = {
-    {"AnInfiniteScaleOfAPositiveCoordinate",
-     [](Parameters &p) {
-         p.ySameX = 1;
-         p.yOfsB = 0.25;
-     },
-     {" 1.00000000E+00             INF  3.00000000E+00", " 1.10000000E+01             INF  3.00000000E+00",
-      " 1.00000000E+00             INF  3.30000000E+01"}},
-    {"AnInfiniteScaleOfANegativeCoordinate",
-     [](Parameters &p) {
-         p.ySameZ = 1;
-         p.yOfsB = -0.25;
-     },
-     {" 1.00000000E+00            -INF  3.00000000E+00", " 1.10000000E+01            -INF  3.00000000E+00",
-      " 1.00000000E+00            -INF  3.30000000E+01"}},
-    {"AnInfiniteScaleOfZero",
-     [](Parameters &p) { p.ySameZ = 1; },
-     {" 1.00000000E+00             NAN  3.00000000E+00", " 1.10000000E+01             NAN  3.00000000E+00",
-      " 1.00000000E+00             NAN  3.30000000E+01"}},
-    {"ALengthForTheFlatAxis",
-     [](Parameters &p) {
-         p.ySetL = 1;
-         p.yLength = 5.0;
-         p.yOfsB = 1.0;
-     },
-     {" 1.00000000E+00             INF  3.00000000E+00", " 1.10000000E+01             INF  3.00000000E+00",
-      " 1.00000000E+00             INF  3.30000000E+01"}},
-    {"ALengthOfZeroForTheFlatAxis",
-     [](Parameters &p) {
-         p.ySetL = 1;
-         p.yOfsB = 1.0;
-     },
-     {" 1.00000000E+00             NAN  3.00000000E+00", " 1.10000000E+01             NAN  3.00000000E+00",
-      " 1.00000000E+00             NAN  3.30000000E+01"}},
-    {"TheLengthOfTheFlatAxisForAnother",
-     [](Parameters &p) { p.zSameY = p.xSameY = 1; },
-     {" 0.00000000E+00  0.00000000E+00  0.00000000E+00", " 0.00000000E+00  0.00000000E+00  0.00000000E+00",
-      " 0.00000000E+00  0.00000000E+00  0.00000000E+00"}},
+constexpr Corners flatCornersAt(double y) { return {{1, y, 3}, {11, y, 3}, {1, y, 33}}; }
+
+const OptionCase flatCases[] = {
+    {"AnInfiniteScaleOfAPositiveCoordinate", {{&P::ySameX, 1}, {&P::yOfsB, 0.25}}, flatCornersAt(infinity)},
+    {"AnInfiniteScaleOfANegativeCoordinate", {{&P::ySameZ, 1}, {&P::yOfsB, -0.25}}, flatCornersAt(-infinity)},
+    {"AnInfiniteScaleOfZero", {{&P::ySameZ, 1}}, flatCornersAt(notANumber)},
+    {"ALengthForTheFlatAxis", {{&P::ySetL, 1}, {&P::yLength, 5}, {&P::yOfsB, 1}}, flatCornersAt(infinity)},
+    {"ALengthOfZeroForTheFlatAxis", {{&P::ySetL, 1}, {&P::yOfsB, 1}}, flatCornersAt(notANumber)},
+    {"TheLengthOfTheFlatAxisForTheOthers",
+     {{&P::zSameY, 1}, {&P::xSameY, 1}},
+     {{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}},
 };
 
 INSTANTIATE_TEST_SUITE_P(, FlatMesh, ::testing::ValuesIn(flatCases), nameOfCase);
 
 TEST_F(MeshTransformation, AMeshWithoutAnyExtentHasUndefinedScales)
 {
-    parameters.xSameY = parameters.ySameZ = parameters.zSameX = 1;
-    const Outcome outcome = transformText(meshOf({"0 0 1", "1 2 3", "1 2 3", "1 2 3"}));
-    EXPECT_EQ(outcome.result, 0);
-    const std::string_view undefined = "            NAN             NAN             NAN";
-    EXPECT_EQ(withoutNanSigns(outcome.output), meshOf({"0 0 1", undefined, undefined, undefined}));
+    parameters = with(parameters, {{&P::xSameY, 1}, {&P::ySameZ, 1}, {&P::zSameX, 1}});
+    const Point undefined = {notANumber, notANumber, notANumber};
+    expectSuccess(writtenMesh({box.normal, {{1, 2, 3}, {1, 2, 3}, {1, 2, 3}}}),
+                  {box.normal, {undefined, undefined, undefined}});
 }
 
 // --------------------------------------------------------------------------------------- scans and streams
@@ -700,75 +455,66 @@ TEST_F(MeshTransformation, AMeshWithoutAnyExtentHasUndefinedScales)
 TEST_F(MeshTransformation, WithoutSuchOptionsNothingIsMeasured)
 {
     parameters.zRotate = 1;
-    transformText(meshOf(box));
-    expectExtents(0.0, 0.0, 0.0, 0.0, 0.0, 0.0);
+    transformText(boxText);
+    expectNothingMeasured();
 }
 
 TEST_F(MeshTransformation, ExtentsOfTheUntransformedInputAreKept)
 {
-    parameters.xScl = parameters.yScl = parameters.zScl = 5.0;
-    parameters.xOfsB = parameters.yOfsA = 100.0;
-    parameters.xRotate = 1;
-    parameters.xAngle = 45.0;
+    parameters = with(scaling(5), {{&P::xOfsB, 100}, {&P::yOfsA, 100}, {&P::xRotate, 1}, {&P::xAngle, 45}});
     parameters.ySet0 = 1;
-    transformFreshly(meshOf(box));
-    expectExtents(1.0, 11.0, 2.0, 22.0, 3.0, 33.0);
+    transformText(boxText);
+    expectExtentsOfTheBox();
     EXPECT_EQ(transformer.yOfsB, -2.0);
     EXPECT_EQ(transformer.xOfsB, 100.0);
     EXPECT_EQ(transformer.yOfsA, 100.0);
 }
 
-TEST_F(MeshTransformation, AFlagThatDoesNotActStillHasTheMeshMeasured)
+TEST_F(MeshTransformation, AFlagWithoutEffectStillHasTheMeshMeasured)
 {
     parameters.ySameZ = 2;
-    transformText(meshOf(box));
-    expectExtents(1.0, 11.0, 2.0, 22.0, 3.0, 33.0);
+    transformText(boxText);
+    expectExtentsOfTheBox();
 }
 
 TEST_F(MeshTransformation, FlagsWithANegativeSumDoNotHaveTheMeshMeasured)
 {
-    parameters.xSet0 = 1;
-    parameters.zSameX = -2;
-    transformText(meshOf(box));
-    expectExtents(0.0, 0.0, 0.0, 0.0, 0.0, 0.0);
+    parameters = with(parameters, {{&P::xSet0, 1}, {&P::zSameX, -2}});
+    transformText(boxText);
+    expectNothingMeasured();
 }
 
-TEST_F(MeshTransformation, ALengthFlagOfAnyKindHasTheMeshMeasured)
+TEST_F(MeshTransformation, AnyLengthFlagThatIsNotZeroHasTheMeshMeasured)
 {
-    for (int TransformParameters::*flag :
-         {&TransformParameters::xSetL, &TransformParameters::ySetL, &TransformParameters::zSetL}) {
-        parameters = unchanging();
-        parameters.*flag = -1;
-        transformFreshly(meshOf(box));
-        expectExtents(1.0, 11.0, 2.0, 22.0, 3.0, 33.0);
+    for (int P::*flag : {&P::xSetL, &P::ySetL, &P::zSetL}) {
+        parameters = with(unchanging(), {{flag, -1}});
+        transformText(boxText);
+        expectExtentsOfTheBox();
     }
 }
 
 TEST_F(MeshTransformation, OptionsReplaceTheValuesOfTheTransformer)
 {
-    parameters.xSet0 = parameters.ySet0 = parameters.zSet0 = 1;
-    parameters.xSameY = parameters.ySameX = parameters.zSetL = 1;
-    parameters.zLength = 15.0;
-    transformText(meshOf(box));
+    parameters =
+        with(parameters,
+             {{origins, 1, 1, 1}, {&P::xSameY, 1}, {&P::ySameX, 1}, {&P::zSetL, 1}, {&P::zLength, 15}});
+    transformText(boxText);
     EXPECT_EQ(transformer.xOfsB, -1.0);
     EXPECT_EQ(transformer.yOfsB, -2.0);
     EXPECT_EQ(transformer.zOfsB, -3.0);
     EXPECT_EQ(transformer.xScl, 2.0);
     EXPECT_EQ(transformer.yScl, 1.5);
     EXPECT_EQ(transformer.zScl, 0.5);
-    EXPECT_EQ(transformer.xOfsA, 0.0);
-    EXPECT_EQ(transformer.yOfsA, 0.0);
-    EXPECT_EQ(transformer.zOfsA, 0.0);
+    for (const double offsetAfter : {transformer.xOfsA, transformer.yOfsA, transformer.zOfsA})
+        EXPECT_EQ(offsetAfter, 0.0);
 }
 
 TEST_F(MeshTransformation, AFileWithoutFacetsHasTheExtentsOfNothing)
 {
-    parameters.xSet0 = parameters.ySameX = parameters.zSetL = 1;
-    parameters.zLength = 5.0;
+    parameters = with(parameters, {{&P::xSet0, 1}, {&P::ySameX, 1}, {&P::zSetL, 1}, {&P::zLength, 5}});
     const Outcome outcome = transformText("label\n");
     EXPECT_EQ(outcome.result, 0);
-    EXPECT_EQ(outcome.message,
-              "\n\nNumber lines read from stl file = 1\nNumber triangles read from stl file = 0\n");
+    EXPECT_EQ(outcome.message, "\n" + totals(1, 0));
     EXPECT_EQ(outcome.output, "label\n");
     expectExtents(1e25, -1e25, 1e25, -1e25, 1e25, -1e25);
     EXPECT_EQ(transformer.xOfsB, -1e25);
@@ -776,210 +522,148 @@ TEST_F(MeshTransformation, AFileWithoutFacetsHasTheExtentsOfNothing)
     EXPECT_EQ(transformer.zScl, 5.0 / -2e25);
 }
 
-TEST_F(MeshTransformation, TheTotalsFollowWhatTheMessageHolds)
+TEST_F(MeshTransformation, TheTotalsAreAppendedToTheMessage)
 {
-    writeBytes("_tmp_stl_", "label\nendsolid\n");
-    char message[2048] = "before";
-    EXPECT_EQ(transform(transformer, message, openStream("_tmp_stl_", "r").release(),
-                        openStream("out.stl", "w+").release(), parameters),
+    writeBytes(temporaryFileName, "label\nendsolid\n");
+    char message[stlMessageCapacity] = "before";
+    EXPECT_EQ(callTransform(transformer, message, openStream(temporaryFileName, "r").release(),
+                            openStream("out.stl", "w+").release(), parameters),
               0);
-    EXPECT_STREQ(message,
-                 "before\nNumber lines read from stl file = 2\nNumber triangles read from stl file = 0\n");
+    EXPECT_EQ(message, "before" + totals(2, 0));
 }
 
-const std::array<std::string_view, 4> otherBox = {"0 0 1", "100 0 0", "104 0 0", "100 5 6"};
+class TwoFiles : public MeshTransformation {
+protected:
+    TwoFiles()
+    {
+        writeBytes(temporaryFileName, boxText);
+        writeBytes("other.stl", writtenMesh(other));
+    }
 
-TEST_F(MeshTransformation, WithoutAScanTheGivenStreamIsRewritten)
+    const FacetNumbers other = {{0, 0, 1}, {{100, 0, 0}, {104, 0, 0}, {100, 5, 6}}};
+};
+
+TEST_F(TwoFiles, WithoutAScanTheGivenStreamIsRewritten)
 {
-    writeBytes("_tmp_stl_", meshOf(box));
-    writeBytes("other.stl", meshOf(otherBox));
-    const Outcome outcome = transformFile("other.stl");
-    EXPECT_EQ(outcome.output, meshOf({"0 0 1", " 1.00000000E+02  0.00000000E+00  0.00000000E+00",
-                                      " 1.04000000E+02  0.00000000E+00  0.00000000E+00",
-                                      " 1.00000000E+02  5.00000000E+00  6.00000000E+00"}));
+    EXPECT_EQ(transformFile("other.stl").output, writtenMesh(other));
 }
 
-TEST_F(MeshTransformation, AfterTheFirstScanTheTemporaryFileTakesTheGivenStreamsPlace)
+TEST_F(TwoFiles, AfterTheFirstScanTheTemporaryFileReplacesTheGivenStream)
 {
-    writeBytes("_tmp_stl_", meshOf(box));
-    writeBytes("other.stl", meshOf(otherBox));
     parameters.xSet0 = 1;
     const Outcome outcome = transformFile("other.stl");
     EXPECT_EQ(outcome.result, 0);
-    expectExtents(100.0, 104.0, 0.0, 5.0, 0.0, 6.0);
-    EXPECT_EQ(outcome.output, meshOf({"0 0 1", "-9.90000000E+01  2.00000000E+00  3.00000000E+00",
-                                      "-8.90000000E+01  2.20000000E+01  3.00000000E+00",
-                                      "-9.90000000E+01  2.00000000E+00  3.30000000E+01"}));
+    expectExtents(100, 104, 0, 5, 0, 6);
+    EXPECT_EQ(outcome.output, writtenMesh({{0, 0, 1}, {{-99, 2, 3}, {-89, 22, 3}, {-99, 2, 33}}}));
 }
 
-TEST_F(MeshTransformation, TheSecondScanReadsTheTemporaryFile)
+TEST_F(TwoFiles, TheSecondScanReadsTheTemporaryFile)
 {
-    writeBytes("_tmp_stl_", meshOf(box));
-    writeBytes("other.stl", meshOf(otherBox));
-    parameters.xSet0 = parameters.xSetL = 1;
-    parameters.xLength = 100.0;
+    parameters = with(parameters, {{&P::xSet0, 1}, {&P::xSetL, 1}, {&P::xLength, 100}});
     const Outcome outcome = transformFile("other.stl");
     EXPECT_EQ(outcome.result, 0);
-    expectExtents(1.0, 11.0, 2.0, 22.0, 3.0, 33.0);
+    expectExtentsOfTheBox();
     EXPECT_EQ(transformer.xOfsB, -100.0);
     EXPECT_EQ(transformer.xScl, 10.0);
-    EXPECT_EQ(outcome.output, meshOf({"0 0 1", "-9.90000000E+02  2.00000000E+00  3.00000000E+00",
-                                      "-8.90000000E+02  2.20000000E+01  3.00000000E+00",
-                                      "-9.90000000E+02  2.00000000E+00  3.30000000E+01"}));
+    EXPECT_EQ(outcome.output, writtenMesh({{0, 0, 1}, {{-990, 2, 3}, {-890, 22, 3}, {-990, 2, 33}}}));
 }
 
-TEST_F(MeshTransformation, AStreamIsReadFromWhereItStands)
+TEST_F(TwoFiles, AFailedSecondScanKeepsWhatTheOptionsReplaced)
+{
+    writeBytes(temporaryFileName, "label\nfacets\n");
+    parameters = with(parameters, {{&P::xSet0, 1}, {&P::xSetL, 1}});
+    expectFailure(transformFile("other.stl"), "\nLine 2. Not facet: facets\n");
+    EXPECT_EQ(transformer.xOfsB, -100.0);
+    EXPECT_EQ(transformer.xScl, 1.0);
+}
+
+// A temporary file that no longer exists is read as one without a first line.
+TEST_F(TwoFiles, ATemporaryFileThatIsGoneFailsTheStepThatReadsIt)
+{
+    std::filesystem::remove(temporaryFileName);
+    parameters = with(unchanging(), {{&P::xSet0, 1}});
+    expectFailure(transformFile("other.stl"), "\n");
+    parameters = with(unchanging(), {{&P::xSetL, 1}});
+    expectFailure(transformFile("other.stl"), "\n");
+    parameters = with(unchanging(), {{&P::xSet0, 1}, {&P::xSetL, 1}});
+    expectFailure(transformFile("other.stl"), "\nError reading stl file\n");
+}
+
+TEST_F(MeshTransformation, AStreamIsReadFromItsPosition)
 {
     const std::string skipped = "this is no label\n";
-    writeBytes("_tmp_stl_", skipped + meshOf(box));
-    std::FILE *input = openStream("_tmp_stl_", "r").release();
+    writeBytes(temporaryFileName, skipped + boxText);
+    std::FILE *input = openStream(temporaryFileName, "r").release();
     std::fseek(input, static_cast<long>(skipped.size()), SEEK_SET);
-    char message[2048] = "\n";
-    EXPECT_EQ(transform(transformer, message, input, openStream("out.stl", "w+").release(), parameters), 0);
-    EXPECT_EQ(message, oneFacetTotals);
+    char message[stlMessageCapacity] = "\n";
+    EXPECT_EQ(callTransform(transformer, message, input, openStream("out.stl", "w+").release(), parameters),
+              0);
+    EXPECT_EQ(message, oneFacetMessage);
 }
 
 // ------------------------------------------------------------------------------------------------ failures
 
-TEST_F(MeshTransformation, WithoutInputNothingIsTouched)
+TEST_F(MeshTransformation, WithoutInputOrOutputNothingIsTouched)
 {
-    const Stream output = streamOf("kept");
-    std::fseek(output.get(), 2, SEEK_SET);
-    char message[2048] = "as before";
-    parameters.xRotate = parameters.xSet0 = parameters.xSetL = 1;
-    EXPECT_EQ(transform(transformer, message, nullptr, output.get(), parameters), -1);
+    parameters = with(parameters, {{&P::xRotate, 1}, {&P::xSet0, 1}, {&P::xSetL, 1}});
+    const Stream stream = streamOf(boxText);
+    std::fseek(stream.get(), 2, SEEK_SET);
+    char message[stlMessageCapacity] = "as before";
+    EXPECT_EQ(callTransform(transformer, message, nullptr, stream.get(), parameters), -1);
+    EXPECT_EQ(callTransform(transformer, message, stream.get(), nullptr, parameters), -1);
+    EXPECT_EQ(callTransform(transformer, message, nullptr, nullptr, parameters), -1);
     EXPECT_STREQ(message, "as before");
-    EXPECT_EQ(std::ftell(output.get()), 2);
-    EXPECT_EQ(bytesOf(output), "kept");
+    EXPECT_EQ(std::ftell(stream.get()), 2);
+    EXPECT_EQ(bytesOf(stream), boxText);
 }
 
-TEST_F(MeshTransformation, WithoutOutputNothingIsTouched)
+TEST_F(MeshTransformation, AnEmptyFileFailsAndLeavesTheMessageAlone)
 {
-    const Stream input = streamOf(meshOf(box));
-    std::fseek(input.get(), 2, SEEK_SET);
-    char message[2048] = "as before";
-    parameters.xRotate = parameters.xSet0 = parameters.xSetL = 1;
-    EXPECT_EQ(transform(transformer, message, input.get(), nullptr, parameters), -1);
-    EXPECT_STREQ(message, "as before");
-    EXPECT_EQ(std::ftell(input.get()), 2);
-    EXPECT_EQ(bytesOf(input), meshOf(box));
-}
-
-TEST_F(MeshTransformation, WithoutBothStreamsItFails)
-{
-    char message[2048] = "as before";
-    EXPECT_EQ(transform(transformer, message, nullptr, nullptr, parameters), -1);
-    EXPECT_STREQ(message, "as before");
-}
-
-TEST_F(MeshTransformation, AnEmptyFileFailsWithTheMessageAsItWas)
-{
-    const Outcome outcome = transformText("");
-    EXPECT_EQ(outcome.result, -1);
-    EXPECT_EQ(outcome.message, "\n");
-    EXPECT_EQ(outcome.output, "");
+    expectFailure(transformText(""), "\n");
 }
 
 struct BrokenCase {
     const char *name;
-    void (*set)(TransformParameters &);
+    Settings settings;
     std::string message;
     std::string output;
 };
 
 class BrokenTemporaryFile : public MeshTransformation, public ::testing::WithParamInterface<BrokenCase> {};
 
-TEST_P(BrokenTemporaryFile, FailsInThePassThatMeetsIt)
+TEST_P(BrokenTemporaryFile, FailsInThePassThatReadsItFirst)
 {
-    GetParam().set(parameters);
+    parameters = with(parameters, GetParam().settings);
     const Outcome outcome =
-        transformText("label\n" + asciiFacet(box) + "  facet normal 0 0 1\nouter\nvert 1\n");
+        transformText("label\n" + writtenFacet(box) + "  facet normal 0 0 1\nouter\nvert 1\n");
     EXPECT_EQ(outcome.result, -1);
     EXPECT_EQ(outcome.message, GetParam().message);
     EXPECT_EQ(outcome.output, GetParam().output);
 }
 
 const BrokenCase brokenCases[] = {
-    {"TheTransformingPassHasWrittenTheLinesBefore", [](Parameters &) {}, "Line 11. Not vertex: vert 1\n",
-     "label\n" +
-         asciiFacet({"0 0 1", " 1.00000000E+00  2.00000000E+00  3.00000000E+00",
-                     " 1.10000000E+01  2.20000000E+01  3.00000000E+00",
-                     " 1.00000000E+00  2.00000000E+00  3.30000000E+01"}) +
-         "  facet normal 0 0 1\nouter\n"},
-    {"TheScanForTheOptionsWritesNothing", [](Parameters &p) { p.zSameX = 1; },
-     "\nLine 11. Not vertex: vert 1\n", ""},
-    {"TheScanForTheLengthsWritesNothing", [](Parameters &p) { p.ySetL = 1; },
-     "\nLine 11. Not vertex: vert 1\n", ""},
+    {"TheTransformingPassHasWrittenTheLinesBefore",
+     {},
+     "Line 11. Not vertex: vert 1\n",
+     "label\n" + writtenFacet(box) + "  facet normal 0 0 1\nouter\n"},
+    {"TheScanForTheOptionsWritesNothing", {{&P::zSameX, 1}}, "\nLine 11. Not vertex: vert 1\n", ""},
+    {"TheScanForTheLengthsWritesNothing", {{&P::ySetL, 1}}, "\nLine 11. Not vertex: vert 1\n", ""},
 };
 
 INSTANTIATE_TEST_SUITE_P(, BrokenTemporaryFile, ::testing::ValuesIn(brokenCases), nameOfCase);
 
 TEST_F(MeshTransformation, AFailedFirstScanReplacesNothing)
 {
-    parameters.xSet0 = parameters.xSameY = parameters.xSetL = 1;
-    const Outcome outcome = transformText("");
-    EXPECT_EQ(outcome.result, -1);
-    EXPECT_EQ(outcome.message, "\nError reading stl file\n");
-    EXPECT_EQ(outcome.output, "");
+    parameters = with(parameters, {{&P::xSet0, 1}, {&P::xSameY, 1}, {&P::xSetL, 1}});
+    expectFailure(transformText(""), "\nError reading stl file\n");
     EXPECT_EQ(transformer.xOfsB, 0.0);
     EXPECT_EQ(transformer.xScl, 1.0);
 }
 
-TEST_F(MeshTransformation, AFailedSecondScanKeepsWhatTheOptionsReplaced)
-{
-    writeBytes("_tmp_stl_", "label\nfacets\n");
-    writeBytes("other.stl", meshOf(box));
-    parameters.xSet0 = parameters.xSetL = 1;
-    const Outcome outcome = transformFile("other.stl");
-    EXPECT_EQ(outcome.result, -1);
-    EXPECT_EQ(outcome.message, "\nLine 2. Not facet: facets\n");
-    EXPECT_EQ(outcome.output, "");
-    EXPECT_EQ(transformer.xOfsB, -1.0);
-    EXPECT_EQ(transformer.xScl, 1.0);
-}
-
-// A temporary file that is gone reads as one without a first line.
-
-TEST_F(MeshTransformation, TemporaryFileGoneAfterTheOptionsScanFailsWithTheMessageAsItWas)
-{
-    writeBytes("other.stl", meshOf(box));
-    parameters.xSet0 = 1;
-    const Outcome outcome = transformFile("other.stl");
-    EXPECT_EQ(outcome.result, -1);
-    EXPECT_EQ(outcome.message, "\n");
-    EXPECT_EQ(outcome.output, "");
-}
-
-TEST_F(MeshTransformation, TemporaryFileGoneAfterTheLengthsScanFailsWithTheMessageAsItWas)
-{
-    writeBytes("other.stl", meshOf(box));
-    parameters.xSetL = 1;
-    const Outcome outcome = transformFile("other.stl");
-    EXPECT_EQ(outcome.result, -1);
-    EXPECT_EQ(outcome.message, "\n");
-    EXPECT_EQ(outcome.output, "");
-}
-
-TEST_F(MeshTransformation, TemporaryFileGoneBetweenTheScansFailsTheSecond)
-{
-    writeBytes("other.stl", meshOf(box));
-    parameters.xSet0 = parameters.xSetL = 1;
-    const Outcome outcome = transformFile("other.stl");
-    EXPECT_EQ(outcome.result, -1);
-    EXPECT_EQ(outcome.message, "\nError reading stl file\n");
-    EXPECT_EQ(outcome.output, "");
-}
-
 TEST_F(MeshTransformation, AnOutputThatCannotBeWrittenWholeIsAFailure)
 {
-    writeBytes("_tmp_stl_", meshOf(box));
-    std::FILE *output = openStream("/dev/full", "w+").release();
-    const int descriptor = fileno(output);
-    char message[2048] = "\n";
-    EXPECT_EQ(transform(transformer, message, openStream("_tmp_stl_", "r").release(), output, parameters),
-              -1);
-    EXPECT_STREQ(message, "\nError writing stl file\n");
-    EXPECT_FALSE(isOpen(descriptor));
+    writeBytes(temporaryFileName, boxText);
+    expectFailure(transformFileAgain(temporaryFileName, "/dev/full"), "\nError writing stl file\n");
 }
 
 } // namespace

@@ -52,7 +52,7 @@ Cell cellOf(const QGridLayout &grid, QWidget *widget)
     return cell;
 }
 
-// A dialog of its own kind with the viewer's form.
+// Another dialog with the viewer's form, and a slot that connectSlotsByName finds.
 class FormHost : public QDialog {
     Q_OBJECT
 
@@ -69,29 +69,28 @@ class tst_MeshvaneLog : public QObject {
     Q_OBJECT
 
 private slots:
-    void isAPlainDialogOfItsParent();
+    void isADialogWithDefaultFlagsAndItsParent();
     void hasNameSizeAndTitle();
     void textSpansTheFirstRow();
-    void textIsOfElevenPointsAndCanBeEdited();
-    void exitButtonStandsBetweenTwoSpacers();
-    void spacerTakesTheWidth_data();
-    void spacerTakesTheWidth();
-    void textsAreTranslatedInTheContextOfTheViewer();
+    void textHasElevenPointsAndCanBeEdited();
+    void exitButtonIsInTheMiddleOfTheSecondRow();
+    void spacersTakeTheRestOfTheWidth();
+    void textsAreTranslatedInTheContextMeshvaneLog();
     void closeClickedIsTheOnlyOwnMethod();
     void closeClickedAcceptsAndHides();
     void exitButtonAcceptsAndHides();
-    void closingByTheWindowRejects();
+    void closingTheWindowRejects();
     void showsPlainOrRichText_data();
     void showsPlainOrRichText();
-    void aLaterTextReplacesTheFirst();
-    void ownsWhatItShows();
-    void goesWithItsParent();
-    void formListsLayoutTextAndButton();
+    void aSecondTextReplacesTheFirst();
+    void ownsItsWidgets();
+    void isDeletedWithItsParent();
+    void formHasLayoutTextAndButtonInThisOrder();
     void formKeepsTheNameOfANamedDialog();
     void formConnectsSlotsByName();
 };
 
-void tst_MeshvaneLog::isAPlainDialogOfItsParent()
+void tst_MeshvaneLog::isADialogWithDefaultFlagsAndItsParent()
 {
     QWidget parent;
     const MeshvaneLog dialog(&parent);
@@ -123,7 +122,7 @@ void tst_MeshvaneLog::textSpansTheFirstRow()
     QVERIFY((cellOf(*gridOf(dialog), textOf(dialog)) == Cell{0, 0, 1, 3}));
 }
 
-void tst_MeshvaneLog::textIsOfElevenPointsAndCanBeEdited()
+void tst_MeshvaneLog::textHasElevenPointsAndCanBeEdited()
 {
     MeshvaneLog dialog;
     QTextEdit *text = textOf(dialog);
@@ -138,34 +137,28 @@ void tst_MeshvaneLog::textIsOfElevenPointsAndCanBeEdited()
     QCOMPARE(text->toPlainText(), QString("my log"));
 }
 
-void tst_MeshvaneLog::exitButtonStandsBetweenTwoSpacers()
+void tst_MeshvaneLog::exitButtonIsInTheMiddleOfTheSecondRow()
 {
     const MeshvaneLog dialog;
     QCOMPARE(exitOf(dialog)->text(), QString("Exit"));
     QVERIFY((cellOf(*gridOf(dialog), exitOf(dialog)) == Cell{1, 1, 1, 1}));
 }
 
-void tst_MeshvaneLog::spacerTakesTheWidth_data()
+void tst_MeshvaneLog::spacersTakeTheRestOfTheWidth()
 {
-    QTest::addColumn<int>("column");
-    QTest::newRow("left of the button") << 0;
-    QTest::newRow("right of the button") << 2;
-}
-
-void tst_MeshvaneLog::spacerTakesTheWidth()
-{
-    QFETCH(const int, column);
     const MeshvaneLog dialog;
-    QLayoutItem *item = gridOf(dialog)->itemAtPosition(1, column);
-    QVERIFY(item != nullptr);
-    QSpacerItem *spacer = item->spacerItem();
-    QVERIFY(spacer != nullptr);
-    QCOMPARE(spacer->sizeHint(), QSize(240, 20));
-    QCOMPARE(spacer->sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
-    QCOMPARE(spacer->sizePolicy().verticalPolicy(), QSizePolicy::Minimum);
+    for (const int column : {0, 2}) {
+        QLayoutItem *item = gridOf(dialog)->itemAtPosition(1, column);
+        QVERIFY(item != nullptr);
+        QSpacerItem *spacer = item->spacerItem();
+        QVERIFY(spacer != nullptr);
+        QCOMPARE(spacer->sizeHint(), QSize(240, 20));
+        QCOMPARE(spacer->sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+        QCOMPARE(spacer->sizePolicy().verticalPolicy(), QSizePolicy::Minimum);
+    }
 }
 
-void tst_MeshvaneLog::textsAreTranslatedInTheContextOfTheViewer()
+void tst_MeshvaneLog::textsAreTranslatedInTheContextMeshvaneLog()
 {
     ContextTranslator translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));
@@ -209,7 +202,7 @@ void tst_MeshvaneLog::exitButtonAcceptsAndHides()
     QCOMPARE(accepted.count(), 1);
 }
 
-void tst_MeshvaneLog::closingByTheWindowRejects()
+void tst_MeshvaneLog::closingTheWindowRejects()
 {
     MeshvaneLog dialog;
     dialog.show();
@@ -218,22 +211,28 @@ void tst_MeshvaneLog::closingByTheWindowRejects()
     QCOMPARE(dialog.result(), 0);
 }
 
+struct ShownText {
+    const char *name;
+    const char *text;
+    const char *shown;
+};
+
+constexpr ShownText shownTexts[] = {
+    {"plain text", "a\n\n  b   c\n", "a\n\n  b   c\n"},
+    {"rich text", "<b>bold</b> and <i>slanted</i>", "bold and slanted"},
+    // The first line that is not empty decides; in a log it has no tags.
+    {"tags after the first line of a log", "\n\n---- meshvane output ----\n\n<b>not bold</b>\n",
+     "\n\n---- meshvane output ----\n\n<b>not bold</b>\n"},
+    {"text beyond Latin-1", "\nGröße 模型\n", "\nGröße 模型\n"},
+    {"nothing", "", ""},
+};
+
 void tst_MeshvaneLog::showsPlainOrRichText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("plain text") << "a\n\n  b   c\n"
-                                << "a\n\n  b   c\n";
-    QTest::newRow("rich text") << "<b>bold</b> and <i>slanted</i>"
-                               << "bold and slanted";
-    // Only the first line that is not empty is looked at, and in a log that is the line with the name.
-    QTest::newRow("tags after the first line of a log")
-        << "\n\n---- meshvane output ----\n\n<b>not bold</b>\n"
-        << "\n\n---- meshvane output ----\n\n<b>not bold</b>\n";
-    QTest::newRow("text beyond Latin-1")
-        << QString::fromUtf8("\nGröße 模型\n") << QString::fromUtf8("\nGröße 模型\n");
-    QTest::newRow("nothing") << ""
-                             << "";
+    for (const ShownText &row : shownTexts)
+        QTest::newRow(row.name) << QString(row.text) << QString(row.shown);
 }
 
 void tst_MeshvaneLog::showsPlainOrRichText()
@@ -245,7 +244,7 @@ void tst_MeshvaneLog::showsPlainOrRichText()
     QCOMPARE(textOf(dialog)->toPlainText(), shown);
 }
 
-void tst_MeshvaneLog::aLaterTextReplacesTheFirst()
+void tst_MeshvaneLog::aSecondTextReplacesTheFirst()
 {
     MeshvaneLog dialog;
     dialog.setLogText("first");
@@ -253,7 +252,7 @@ void tst_MeshvaneLog::aLaterTextReplacesTheFirst()
     QCOMPARE(textOf(dialog)->toPlainText(), QString("second"));
 }
 
-void tst_MeshvaneLog::ownsWhatItShows()
+void tst_MeshvaneLog::ownsItsWidgets()
 {
     auto dialog = std::make_unique<MeshvaneLog>();
     const QPointer<QTextEdit> text = textOf(*dialog);
@@ -268,7 +267,7 @@ void tst_MeshvaneLog::ownsWhatItShows()
     QVERIFY(grid.isNull());
 }
 
-void tst_MeshvaneLog::goesWithItsParent()
+void tst_MeshvaneLog::isDeletedWithItsParent()
 {
     auto parent = std::make_unique<QWidget>();
     const QPointer<MeshvaneLog> first = new MeshvaneLog(parent.get());
@@ -278,7 +277,7 @@ void tst_MeshvaneLog::goesWithItsParent()
     QVERIFY(second.isNull());
 }
 
-void tst_MeshvaneLog::formListsLayoutTextAndButton()
+void tst_MeshvaneLog::formHasLayoutTextAndButtonInThisOrder()
 {
     QDialog dialog;
     MeshvaneLogForm form;

@@ -1,11 +1,11 @@
-#include "transform/TransformParameters.h"
+#include "tests/support/RunParameters.h"
 
 #include <gtest/gtest.h>
 #include <new>
 
-TEST(TransformParameters, AFreshRecordIsZeroThroughout)
+TEST(TransformParameters, ANewRecordIsZeroThroughout)
 {
-    // Whatever lay in the memory before.
+    // In memory that is not zero.
     alignas(TransformParameters) unsigned char memory[sizeof(TransformParameters)];
     for (unsigned char &byte : memory)
         byte = 0xA5;
@@ -14,7 +14,6 @@ TEST(TransformParameters, AFreshRecordIsZeroThroughout)
     for (const double value : {p.xScl, p.yScl, p.zScl, p.xOfsB, p.yOfsB, p.zOfsB, p.xOfsA, p.yOfsA, p.zOfsA,
                                p.xLength, p.yLength, p.zLength, p.xAngle, p.yAngle, p.zAngle})
         EXPECT_EQ(value, 0.0);
-    for (const int flag : {p.xSet0, p.ySet0, p.zSet0, p.xSameY, p.xSameZ, p.ySameX, p.ySameZ, p.zSameX,
-                           p.zSameY, p.xSetL, p.ySetL, p.zSetL, p.xRotate, p.yRotate, p.zRotate})
-        EXPECT_EQ(flag, 0);
+    for (const TransformFlag &flag : transformFlags)
+        EXPECT_EQ(p.*flag.member, 0) << flag.name;
 }
