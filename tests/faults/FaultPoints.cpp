@@ -28,7 +28,7 @@ struct Faults {
 
 Faults faults;
 
-// One for each stream that a run may have open at the same time.
+// One for each stream that may be open at the same time.
 constexpr int mostStreams = 64;
 constexpr std::size_t tinyBufferSize = 256;
 char tinyBuffers[mostStreams][tinyBufferSize];
@@ -47,7 +47,7 @@ bool fails(FaultPoint point)
     return true;
 }
 
-// The device behind a stream: the number of its open file, as a pointer.
+// The device of a stream is its file descriptor, stored as a pointer.
 int descriptorOf(void *device) { return static_cast<int>(reinterpret_cast<std::intptr_t>(device)); }
 
 ssize_t readDevice(void *device, char *to, std::size_t size)
@@ -55,7 +55,7 @@ ssize_t readDevice(void *device, char *to, std::size_t size)
     return fails(FaultPoint::read) ? -1 : read(descriptorOf(device), to, std::min(size, tinyBufferSize));
 }
 
-// A stream takes a return of zero for the failure.
+// To a stream, zero means failure.
 ssize_t writeDevice(void *device, const char *from, std::size_t size)
 {
     if (fails(FaultPoint::write))
@@ -75,7 +75,7 @@ int seekDevice(void *device, off64_t *position, int whence)
     return 0;
 }
 
-// As on a real disc the descriptor is gone even if closing fails.
+// As on a real disk, the descriptor is closed even if closing fails.
 int closeDevice(void *device)
 {
     const bool failing = fails(FaultPoint::close);

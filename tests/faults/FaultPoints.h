@@ -1,24 +1,24 @@
-// Makes the n-th operation of a kind fail. The program that links this gets all its streams from here: the
-// linker hands it every call of fopen and calloc, and operator new is its own. A failing stream is a real
-// one with a failing device behind it, so everything built on it (fgets, fscanf, fwrite, fclose, ferror)
-// behaves as on a failing disc. Streams are given tiny buffers, so that a small file has many operations.
+// Makes the n-th operation of a kind fail. A program that links this gets its streams from here: the linker
+// redirects every call of fopen and calloc, and operator new is defined here. A failing stream is a real
+// stream on a failing device, so everything built on it (fgets, fscanf, fwrite, fclose, ferror) behaves as on
+// a failing disk. Streams have tiny buffers, so that a small file takes many operations.
 #pragma once
 
 enum class FaultPoint { open, read, write, seek, close, callocate, allocate };
 constexpr int faultPointCount = 7;
 
-// From now on operations are counted, and the n-th one at this point (1 is the first) fails with this error;
-// if lasting, all after it fail, too. A stream fails whatever it was opened for.
+// Starts counting: the n-th operation at this point (1 is the first) fails with this error, and if lasting,
+// all later ones fail, too. Streams of all files are counted together.
 void armFault(FaultPoint point, long n, int error, bool lasting);
 void disarmFaults();
 
-// The operations counted since the last arming, of one kind.
+// How many operations at this point were counted since the last arming.
 long operationsAt(FaultPoint point);
 
-// Arms nothing but counts.
+// Only counts.
 void countOperations();
 
-// Neither counts nor fails while it lives.
+// While one lives, nothing is counted and nothing fails.
 class FaultsPaused {
 public:
     FaultsPaused();

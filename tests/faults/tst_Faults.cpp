@@ -1,13 +1,18 @@
-// Whole runs in which one operation of the system fails, once for each operation that a run has: afterwards
-// the input is what it was, the user was told, no success was claimed without the whole output, and the next
-// run succeeds.
+// Whole runs in which one operation of the system fails, for each operation of a run in turn: the input is
+// left alone, the user is told, success is reported only with the whole output, and the next run succeeds.
 #include "stl/StlReader.h"
 #include "tests/faults/FaultPoints.h"
-#include "tests/faults/SilentRun.h"
+#include "tests/support/CaseNames.h"
 #include "tests/support/DyingProcess.h"
 #include "tests/support/MeshFiles.h"
+#include "tests/support/OpenDescriptors.h"
+#include "tests/support/RecordingReporter.h"
+#include "tests/support/RunParameters.h"
+#include "tests/support/RunTexts.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
+#include "transform/RunFiles.h"
+#include "transform/RunPipeline.h"
 
 #include <cerrno>
 #include <cstring>
@@ -19,29 +24,31 @@ namespace {
 constexpr const char *inputName = "in.stl";
 constexpr const char *outputName = "out.stl";
 
-class UndisturbedListener final : public Listener {
+const Reports success = {finishedReport(outputName)};
+const TransformParameters everyPass = usingEveryPass();
+
+// Recording neither fails nor counts.
+class UndisturbedReporter final : public RecordingReporter {
 private:
-    void hear(const char *kind, const QString &text) override
+    void record(const char *kind, const QString &text) override
     {
         const FaultsPaused paused;
-        Listener::hear(kind, text);
+        RecordingReporter::record(kind, text);
     }
 };
 
-// A run that needs both scans and turns the normals, so that every stream of the program is used.
-TransformParameters everyRoad()
-{
-    TransformParameters p;
-    p.xScl = p.yScl = p.zScl = 2.0;
-    p.xSet0 = 1;
-    p.ySetL = 1;
-    p.yLength = 10.0;
-    p.zRotate = 1;
-    p.zAngle = 30.0;
-    return p;
-}
+struct Program {
+    UndisturbedReporter reporter;
+    RunPipeline pipeline{reporter};
 
-void runOnce(RunPipeline &pipeline) { pipeline.run(everyRoad(), inputName, outputName); }
+    // Allocates nothing itself, so that every operation that is counted is the program's.
+    const Reports &run(const TransformParameters &parameters = everyPass)
+    {
+        reporter.reports.clear();
+        pipeline.run(parameters, inputName, outputName);
+        return reporter.reports;
+    }
+};
 
 std::string asciiMesh()
 {
@@ -60,61 +67,49 @@ struct FaultCase {
     bool lasting;
 };
 
-std::ostream &operator<<(std::ostream &out, const FaultCase &fault) { return out << fault.name; }
-
 class EveryOperation : public ::testing::TestWithParam<FaultCase> {
 protected:
-    // Finds out what a good run does and how many operations it takes.
+    // Records what a good run writes and how many operations it takes.
     void prepare(const std::string &mesh)
     {
         m_mesh = mesh;
         writeBytes(inputName, m_mesh);
-        UndisturbedListener listener;
-        RunPipeline pipeline(listener);
+        Program program;
         countOperations();
-        runOnce(pipeline);
+        const Reports &reports = program.run();
         disarmFaults();
-        ASSERT_EQ(listener.heard, "finished\n");
+        ASSERT_EQ(reports, success);
         m_operations = operationsAt(GetParam().point);
         m_output = readBytes(outputName);
-        m_log = readBytes("meshvane.log");
+        m_log = readBytes(logFileName);
     }
 
-    void failOneAfterTheOther()
+    void failEachInTurn()
     {
         ASSERT_GT(m_operations, 0);
         RecordProperty("faults", static_cast<int>(m_operations));
         for (long n = 1; n <= m_operations && !HasFailure(); ++n) {
             SCOPED_TRACE(std::to_string(n) + " of " + std::to_string(m_operations));
-            writeBytes(outputName, "what an earlier run has written");
+            writeBytes(outputName, "old output");
             failAt(n);
         }
     }
 
 private:
-    static long openFiles()
-    {
-        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
-                             std::filesystem::directory_iterator());
-    }
-
     void failAt(long n)
     {
         const FaultCase fault = GetParam();
         const ProcessOutcome outcome = outcomeOf([&fault, n] {
-            UndisturbedListener listener;
-            RunPipeline pipeline(listener);
-            const long openBefore = openFiles();
+            Program program;
+            const long openBefore = openDescriptors();
             armFault(fault.point, n, fault.error, fault.lasting);
-            runOnce(pipeline);
+            const Reports &reports = program.run();
             disarmFaults();
-            writeBytes("open-then", std::to_string(openFiles() - openBefore));
-            writeBytes("heard", listener.heard);
+            writeBytes("left-open", std::to_string(openDescriptors() - openBefore));
+            writeBytes("reports", linesOf(reports));
             writeBytes("output-then", fileIfAny(outputName));
-            writeBytes("log-then", fileIfAny("meshvane.log"));
-            listener.heard.clear();
-            runOnce(pipeline);
-            writeBytes("heard-next", listener.heard);
+            writeBytes("log-then", fileIfAny(logFileName));
+            writeBytes("reports-next", linesOf(program.run()));
         });
         EXPECT_TRUE(outcome.exited) << "signal " << outcome.status << '\n' << outcome.standardError;
         EXPECT_EQ(readBytes(inputName), m_mesh) << "the input is left alone";
@@ -122,7 +117,8 @@ private:
             expectHonestEnd();
         else
             expectFatalEnd(outcome);
-        expectSuccess();
+        EXPECT_EQ(Program().run(), success) << "the next start of the program";
+        expectFilesOfAGoodRun();
     }
 
     static std::string fileIfAny(const char *name)
@@ -131,40 +127,38 @@ private:
         return file ? bytesOf(file) : std::string();
     }
 
-    // The run came back.
+    // The run has returned.
     void expectHonestEnd()
     {
-        const std::string heard = readBytes("heard");
-        const bool claimsSuccess = heard.find("finished\n") != std::string::npos;
-        const bool tellsOfAFailure = heard.find("error: ") != std::string::npos;
-        EXPECT_TRUE(claimsSuccess || tellsOfAFailure) << "the user was told nothing";
-        if (claimsSuccess) {
+        const std::string reports = readBytes("reports");
+        const bool reportsSuccess = reports.find(linesOf(success)) != std::string::npos;
+        const bool reportsFailure = reports.find("error: ") != std::string::npos ||
+                                    reports.find("logNotEmptied: ") != std::string::npos;
+        EXPECT_TRUE(reportsSuccess || reportsFailure) << "the user was told nothing";
+        if (reportsSuccess) {
             EXPECT_TRUE(readBytes("output-then") == m_output) << "success without the whole output";
         }
-        if (claimsSuccess && !tellsOfAFailure) {
+        if (reportsSuccess && !reportsFailure) {
             EXPECT_TRUE(readBytes("log-then") == m_log) << "success without the whole log";
         }
-        EXPECT_EQ(readBytes("open-then"), "0") << "files left open";
-        EXPECT_EQ(readBytes("heard-next"), "finished\n") << "the next run of the same window";
-        EXPECT_EQ(readBytes(outputName), m_output);
+        EXPECT_EQ(readBytes("left-open"), "0") << "files left open";
+        EXPECT_EQ(readBytes("reports-next"), linesOf(success)) << "the next run of the same window";
+        expectFilesOfAGoodRun();
     }
 
-    // The run has ended the process, as it does if it cannot read the input or create the temporary file.
+    // The run has ended the process, as it does when it cannot read the input or create the temporary file.
     void expectFatalEnd(const ProcessOutcome &outcome)
     {
         EXPECT_EQ(outcome.status, 1) << outcome.standardError;
         EXPECT_NE(outcome.standardError.find(std::strerror(GetParam().error)), std::string::npos)
             << outcome.standardError;
-        EXPECT_EQ(readBytes(outputName), "what an earlier run has written");
+        EXPECT_EQ(readBytes(outputName), "old output");
     }
 
-    void expectSuccess()
+    void expectFilesOfAGoodRun()
     {
-        UndisturbedListener listener;
-        RunPipeline pipeline(listener);
-        runOnce(pipeline);
-        EXPECT_EQ(listener.heard, "finished\n") << "the next start of the program";
         EXPECT_EQ(readBytes(outputName), m_output);
+        EXPECT_EQ(readBytes(logFileName), m_log);
     }
 
     const TemporaryFolder m_folder;
@@ -174,44 +168,39 @@ private:
     long m_operations = 0;
 };
 
-TEST_P(EveryOperation, InARunOverAnAsciiFile)
+TEST_P(EveryOperation, CanFailInARunOnAnAsciiFile)
 {
     prepare(asciiMesh());
-    failOneAfterTheOther();
+    failEachInTurn();
 }
 
-TEST_P(EveryOperation, InARunOverABinaryFile)
+TEST_P(EveryOperation, CanFailInARunOnABinaryFile)
 {
     prepare(binaryStl("made by hand", differentFacets(12)));
-    failOneAfterTheOther();
+    failEachInTurn();
 }
 
-TEST(Faults, ABinaryFileThatCannotBeOpenedAgainIsToldBeforeItsSize)
-{
-    const TemporaryFolder folder;
-    writeBytes(inputName, binaryStl("", differentFacets(3))); // of the wrong size as well
-    const ProcessOutcome outcome = outcomeOf([] {
-        UndisturbedListener listener;
-        RunPipeline pipeline(listener);
-        armFault(FaultPoint::open, 2, EMFILE, false);
-        runOnce(pipeline);
-    });
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.standardError,
-              "stl_initialize: Couldn't open in.stl for reading: Too many open files\n");
-}
-
-// What a run does whose n-th operation at a point fails, and all after it.
+// A run in which the n-th operation at a point and all after it fail. If it returns, its reports are in the
+// file "reports".
 ProcessOutcome outcomeOfFault(FaultPoint point, long n, int error)
 {
     return outcomeOf([point, n, error] {
-        UndisturbedListener listener;
-        RunPipeline pipeline(listener);
+        Program program;
         armFault(point, n, error, true);
-        runOnce(pipeline);
+        const Reports &reports = program.run();
         disarmFaults();
-        writeBytes("heard", listener.heard);
+        writeBytes("reports", linesOf(reports));
     });
+}
+
+TEST(Faults, ABinaryFileThatCannotBeOpenedAgainEndsTheProcessBeforeItsSizeIsChecked)
+{
+    const TemporaryFolder folder;
+    writeBytes(inputName, binaryStl("", differentFacets(3))); // of the wrong size as well
+    const ProcessOutcome outcome = outcomeOfFault(FaultPoint::open, 2, EMFILE);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.standardError,
+              "stl_initialize: Couldn't open in.stl for reading: Too many open files\n");
 }
 
 struct UnreadableInput {
@@ -223,25 +212,25 @@ struct UnreadableInput {
     const char *standardError;
 };
 
-class Input : public ::testing::TestWithParam<UnreadableInput> {};
+class UnreadableInputs : public ::testing::TestWithParam<UnreadableInput> {};
 
-TEST_P(Input, ThatCannotBeReadToItsEndEndsTheProcessAndNothingElse)
+TEST_P(UnreadableInputs, EndTheProcessAndTouchNoFile)
 {
     const UnreadableInput &fault = GetParam();
     const TemporaryFolder folder;
     writeBytes(inputName, fault.isBinary ? binaryStl("", differentFacets(40)) : asciiMesh());
     writeBytes(outputName, "old");
-    writeBytes("meshvane.log", "old");
+    writeBytes(logFileName, "old");
     const ProcessOutcome outcome = outcomeOfFault(fault.point, fault.n, fault.error);
     EXPECT_TRUE(outcome.exited);
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.standardError, fault.standardError);
     EXPECT_EQ(readBytes(outputName), "old");
-    EXPECT_EQ(readBytes("meshvane.log"), "old");
-    EXPECT_FALSE(std::filesystem::exists("_tmp_stl_"));
+    EXPECT_EQ(readBytes(logFileName), "old");
+    EXPECT_FALSE(std::filesystem::exists(temporaryFileName));
 }
 
-// Streams have buffers of 256 bytes here, so each file takes many reads.
+// Streams have buffers of 256 bytes here, so that each file takes several reads.
 constexpr const char *notOpened = "stl_initialize: Couldn't open in.stl for reading: Input/output error\n";
 constexpr UnreadableInput unreadableInputs[] = {
     {"AsciiInItsTypeTest", false, FaultPoint::read, 1, EIO, notOpened},
@@ -254,22 +243,20 @@ constexpr UnreadableInput unreadableInputs[] = {
      "stl_initialize: Couldn't open in.stl for reading: Illegal seek\n"},
 };
 
-INSTANTIATE_TEST_SUITE_P(, Input, ::testing::ValuesIn(unreadableInputs),
-                         [](const auto &test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(, UnreadableInputs, ::testing::ValuesIn(unreadableInputs), nameOfCase);
 
 void expectEmptyMeshAfter(FaultPoint point, long n, int error)
 {
-    UndisturbedListener listener;
-    RunPipeline pipeline(listener);
+    Program program;
     armFault(point, n, error, false);
-    pipeline.run(doubling(), inputName, outputName);
+    const Reports &reports = program.run();
     disarmFaults();
-    EXPECT_EQ(listener.heard, "finished\n");
-    EXPECT_EQ(readBytes(outputName), "solid  (null)\nendsolid  \n");
+    EXPECT_EQ(reports, success);
+    EXPECT_EQ(readBytes(outputName), temporaryFileOf(""));
 }
 
 // File systems differ in the size they give a directory and in whether they let a stream seek in it.
-TEST(Faults, ADirectoryInWhichNobodyCanSeekIsAnEmptyMesh)
+TEST(Faults, ADirectoryWithoutPositionsIsAnEmptyMesh)
 {
     const TemporaryFolder folder;
     std::filesystem::create_directory(inputName);
@@ -307,13 +294,13 @@ TEST(Faults, TheLinesOfAFileWithoutSizeAreNotRead)
     EXPECT_EQ(operationsAt(FaultPoint::read), readsOfTypeTestAndLabel);
 }
 
-TEST(Faults, MemoryThatRunsOutIsReportedOnStandardErrorToo)
+TEST(Faults, ExhaustedMemoryIsReportedOnStandardErrorToo)
 {
     const TemporaryFolder folder;
     writeBytes(inputName, asciiMesh());
     const ProcessOutcome outcome = outcomeOfFault(FaultPoint::allocate, 1, ENOMEM);
     EXPECT_EQ(outcome.standardError, "stl_initialize: Cannot allocate memory\n");
-    EXPECT_EQ(readBytes("heard"), "error: stl_initialize: Cannot allocate memory\n");
+    EXPECT_EQ(readBytes("reports"), "error: stl_initialize: Cannot allocate memory\n");
 }
 
 constexpr FaultCase faultCases[] = {
@@ -335,7 +322,6 @@ constexpr FaultCase faultCases[] = {
     {"NoMemoryFromThenOn", FaultPoint::allocate, ENOMEM, true},
 };
 
-INSTANTIATE_TEST_SUITE_P(, EveryOperation, ::testing::ValuesIn(faultCases),
-                         [](const auto &test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(, EveryOperation, ::testing::ValuesIn(faultCases), nameOfCase);
 
 } // namespace

@@ -1,9 +1,10 @@
-// Files of odd sizes and shapes: what is read follows from the size alone, and time and memory stay in
-// proportion to it. MESHVANE_SIZES=1 adds the files around 2 GiB that are read to their end.
+// Files of unusual sizes and contents: time and memory stay in proportion to the size. MESHVANE_SIZES=1 adds
+// the files just below 2 GiB that are read to their end.
 #include "stl/StlPasses.h"
 #include "stl/StlReader.h"
 #include "stl/StlWriter.h"
 #include "tests/support/Amount.h"
+#include "tests/support/CaseNames.h"
 #include "tests/support/DyingProcess.h"
 #include "tests/support/MeshFiles.h"
 #include "tests/support/PlainRoad.h"
@@ -43,7 +44,7 @@ struct LoadedMesh : StlMesh {
     }
 };
 
-// Zeros, but for a beginning; takes no room on the disc.
+// A few bytes and then zeros, which take no space on the disk.
 void makeSparse(const char *name, std::string_view beginning, std::uintmax_t size)
 {
     writeBytes(name, beginning);
@@ -57,11 +58,14 @@ std::string withCarriageReturns(std::string text)
     return text;
 }
 
-std::string binaryBeginning()
-{
-    std::string bytes(80 + 4, ' ');
-    return bytes + "\xFF";
-}
+constexpr std::uintmax_t binaryHeaderSize = 84; // label and facet count
+constexpr std::uintmax_t binaryFacetSize = 50;
+
+// The header, and a first facet that makes the file a binary one.
+std::string binaryBeginning() { return std::string(binaryHeaderSize, ' ') + "\xFF"; }
+
+const std::string ordinaryFacet = asciiFacet({"0 0 1", "1 2 3", "5 2 3", "1 10 19"});
+const std::string oneFacet = "solid\n" + ordinaryFacet + "endsolid\n";
 
 TEST(Sizes, FromTwoGiBOnABinaryFileHasTheWrongSize)
 {
@@ -74,11 +78,12 @@ TEST(Sizes, FromTwoGiBOnABinaryFileHasTheWrongSize)
     }
 }
 
-// Beyond 4 GiB the size starts anew.
+// From 4 GiB on, the size starts at 0 again.
 TEST(Sizes, ABinaryFileOfFourGiBAndFourFacetsHasFourFacets)
 {
     const TemporaryFolder folder;
-    makeSparse("large.stl", binaryStl("", differentFacets(4)), twoGiB * 2 + 284);
+    makeSparse("large.stl", binaryStl("", differentFacets(4)),
+               twoGiB * 2 + binaryHeaderSize + binaryFacetSize * 4);
     LoadedMesh mesh("large.stl");
     mesh.load();
     EXPECT_EQ(mesh.stats.facetCount, 4);
@@ -88,21 +93,18 @@ TEST(Sizes, ABinaryFileOfFourGiBAndFourFacetsHasFourFacets)
 TEST(Sizes, FromTwoGiBOnAnAsciiFileHasNoFacets)
 {
     const TemporaryFolder folder;
-    const std::string mesh = "solid\n" + asciiFacet({"0 0 1", "1 2 3", "5 2 3", "1 10 19"}) + "endsolid\n";
-    makeSparse("large.stl", mesh, twoGiB);
+    makeSparse("large.stl", oneFacet, twoGiB);
     LoadedMesh large("large.stl");
     large.load();
     EXPECT_EQ(large.stats.type, ascii);
     EXPECT_EQ(large.stats.facetCount, 0);
 }
 
-// What is counted of such a file ends anywhere, also right before a line feed or between the two bytes of a
-// line's end.
-TEST(Sizes, BeyondFourGiBTheFirstBytesOfAnAsciiFileAreCounted)
+// The counted part of such a file can end anywhere, also before a line feed or within a CR LF.
+TEST(Sizes, BeyondFourGiBOnlyTheFirstBytesOfAnAsciiFileAreCounted)
 {
     const TemporaryFolder folder;
-    const std::string unixText = "solid\n" + asciiFacet({"0 0 1", "1 2 3", "5 2 3", "1 10 19"}) +
-                                 asciiFacet({"0 1 0", "1 2 3", "5 2 3", "1 10 19"}) + "endsolid\n";
+    const std::string unixText = "solid\n" + ordinaryFacet + ordinaryFacet + "endsolid\n";
     for (const std::string &text : {unixText, withCarriageReturns(unixText)}) {
         makeSparse("large.stl", text, twoGiB * 2);
         for (std::uintmax_t counted = 0; counted <= text.size(); ++counted) {
@@ -120,8 +122,7 @@ TEST(Sizes, JustBelowTwoGiBAnAsciiFileIsReadToItsEnd)
     if (!isLongRun())
         GTEST_SKIP() << "reads two gigabytes";
     const TemporaryFolder folder;
-    const std::string mesh = "solid\n" + asciiFacet({"0 0 1", "1 2 3", "5 2 3", "1 10 19"}) + "endsolid\n";
-    makeSparse("large.stl", mesh, twoGiB - 1);
+    makeSparse("large.stl", oneFacet, twoGiB - 1);
     LoadedMesh large("large.stl");
     large.load();
     EXPECT_EQ(large.stats.facetCount, 1);
@@ -133,8 +134,8 @@ TEST(Sizes, JustBelowTwoGiBABinaryFileIsReadToItsEnd)
     if (!isLongRun())
         GTEST_SKIP() << "takes two gigabytes of memory";
     const TemporaryFolder folder;
-    constexpr std::uintmax_t facets = (twoGiB - 1 - 84) / 50;
-    makeSparse("large.stl", binaryBeginning(), 84 + 50 * facets);
+    constexpr std::uintmax_t facets = (twoGiB - 1 - binaryHeaderSize) / binaryFacetSize;
+    makeSparse("large.stl", binaryBeginning(), binaryHeaderSize + binaryFacetSize * facets);
     LoadedMesh large("large.stl");
     large.load();
     EXPECT_EQ(large.stats.facetCount, static_cast<std::int32_t>(facets));
@@ -146,7 +147,7 @@ TEST(Sizes, ABinaryFileThatShrinksWhileItIsReadRepeatsItsLastFacet)
     const TemporaryFolder folder;
     writeBytes("in.stl", binaryStl("", differentFacets(1000)));
     LoadedMesh mesh("in.stl");
-    fs::resize_file("in.stl", 84 + 50 * 10);
+    fs::resize_file("in.stl", binaryHeaderSize + binaryFacetSize * 10);
     mesh.load();
     ASSERT_EQ(mesh.stats.facetCount, 1000);
     StlFacet repeated = mesh.facets[9];
@@ -156,7 +157,7 @@ TEST(Sizes, ABinaryFileThatShrinksWhileItIsReadRepeatsItsLastFacet)
     EXPECT_FALSE(sameBytes(mesh.facets[9], mesh.facets[8]));
 }
 
-// How much is still read depends on what the stream has read ahead.
+// How many facets are still read depends on how far the stream has read ahead.
 TEST(Sizes, AnAsciiFileThatShrinksWhileItIsReadRepeatsItsLastFacet)
 {
     const TemporaryFolder folder;
@@ -173,7 +174,7 @@ TEST(Sizes, AnAsciiFileThatShrinksWhileItIsReadRepeatsItsLastFacet)
         EXPECT_TRUE(sameBytes(mesh.facets[facet], mesh.facets[999])) << facet;
 }
 
-// The smallest lines that count: five bytes each, seven a facet.
+// The shortest lines that are counted: five bytes each, seven per facet.
 TEST(Sizes, TheMeshOfAnyFileIsNotMuchLargerThanTheFile)
 {
     const TemporaryFolder folder;
@@ -201,21 +202,21 @@ double secondsSince(std::clock_t start)
     return static_cast<double>(std::clock() - start) / static_cast<double>(CLOCKS_PER_SEC);
 }
 
-// The whole road, whatever comes of it. Time of the processor; of several tries the shortest.
+// For reading, writing and both passes, whether they succeed or not. Processor time, the shortest of the
+// attempts.
 double secondsFor(const Shape &shape, std::size_t size)
 {
     std::string text = shape.label;
     while (text.size() < size)
         text += shape.repeated;
     writeBytes("in.stl", text);
-    writeBytes("_tmp_stl_", text);
     double shortest = 1e9;
     for (int attempt = 0; attempt < 2; ++attempt) {
         const std::clock_t start = std::clock();
         LoadedMesh mesh("in.stl");
         mesh.load();
         stl_write_ascii(mesh, "written");
-        for (const char *name : {"written", "_tmp_stl_"}) {
+        for (const char *name : {"written", "in.stl"}) {
             const Stream scanned(std::fopen(name, "r"));
             const Stream read(std::fopen(name, "r"));
             const Stream out(std::fopen("out.stl", "w"));
@@ -231,26 +232,24 @@ double secondsFor(const Shape &shape, std::size_t size)
 
 class EveryShape : public ::testing::TestWithParam<Shape> {};
 
-// Four times the size takes four times the time; a quadratic road would take sixteen times.
+// Four times the size takes about four times as long. With quadratic growth it would be sixteen times.
 TEST_P(EveryShape, TakesTimeInProportionToItsSize)
 {
     const TemporaryFolder folder;
     constexpr std::size_t size = 200'000;
     const double one = secondsFor(GetParam(), size);
     const double four = secondsFor(GetParam(), 4 * size);
-    RecordProperty("nanoseconds_a_byte", static_cast<int>(four / (4 * size) * 1e9));
+    RecordProperty("nanoseconds_per_byte", static_cast<int>(four / (4 * size) * 1e9));
     EXPECT_LT(four, 9 * one + 0.01) << one << " s and " << four << " s";
-    EXPECT_LT(four, 2e-6 * 4 * size) << "two microseconds a byte";
+    EXPECT_LT(four, 2e-6 * 4 * size) << "two microseconds per byte";
 }
 
-const std::string plainFacet = asciiFacet({"0 0 1", "1 2 3", "5 2 3", "1 10 19"});
-
 const Shape shapes[] = {
-    {"OrdinaryFacets", "solid\n", plainFacet},
+    {"OrdinaryFacets", "solid\n", ordinaryFacet},
     {"HexadecimalNumbers", "solid\n", asciiFacet({"0 0 0x1", "0x1 2 3", "5 0x2 3", "1 10 0x13"})},
     {"WordsForNumbers", "solid\n", asciiFacet({"a b c", "d e f", "g h i", "j k l"})},
     {"NotANumber", "solid\n", asciiFacet({"nan nan nan", "nan 2 3", "5 inf 3", "1 10 -nan"})},
-    {"OneLineForEver", "solid\n", "vertex 1 2 3 "},
+    {"OneEndlessLine", "solid\n", "vertex 1 2 3 "},
     {"NoLineFeedAtAll", "solid ", "facet "},
     {"LineFeedsOnly", "\n", "\n"},
     {"CarriageReturnsOnly", "solid\r", "facet\r"},
@@ -263,10 +262,9 @@ const Shape shapes[] = {
     {"LinesOfZeroBytes", "solid\n", std::string(10, '\0') + "\n"},
     {"ShortestCountedLines", "abcd\n", "abcd\n"},
     {"LinesLongerThanTheBuffer", "solid\n", "vertex " + std::string(1500, '1') + "\n"},
-    {"LabelWithoutEnd", "solid", std::string(100, 'x')},
+    {"EndlessLabel", "solid", std::string(100, 'x')},
 };
 
-INSTANTIATE_TEST_SUITE_P(, EveryShape, ::testing::ValuesIn(shapes),
-                         [](const auto &test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(, EveryShape, ::testing::ValuesIn(shapes), nameOfCase);
 
 } // namespace
