@@ -51,6 +51,7 @@ protected:
     Reports runWithOpenFiles(int more)
     {
         const long descriptors = openDescriptors();
+        openFiles = nullptr; // the sanitizer's check of the first access to a member opens a pipe
         {
             ResourceLimit limit = ResourceLimit::ofOpenFiles(more);
             openFiles = &limit;
@@ -71,7 +72,7 @@ protected:
     TransformParameters parameters = unchanging();
     RecordingReporter reporter;
     RunPipeline pipeline{reporter};
-    ResourceLimit *openFiles = nullptr; // in force during runWithOpenFiles
+    ResourceLimit *openFiles = nullptr; // while runWithOpenFiles runs
 
 private:
     Reports runUnchecked(const std::string &inputPath, const std::string &outputPath)
