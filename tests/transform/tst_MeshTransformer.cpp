@@ -268,7 +268,7 @@ struct RotationCase {
 
 class Rotation : public MeshTransformation, public ::testing::WithParamInterface<RotationCase> {};
 
-TEST_P(Rotation, TurnsNormalsAndCorners)
+TEST_P(Rotation, RotatesNormalsAndCorners)
 {
     parameters = with(parameters, GetParam().settings);
     expectSuccess(writtenMesh(GetParam().input), GetParam().expected);
@@ -406,9 +406,9 @@ TEST_P(AngleWithoutCosine, LeavesTheOtherRotationsOn)
 TEST_P(AngleWithoutCosine, KeepsTheRotationAboutXOn)
 {
     parameters = with(parameters, {{&P::xRotate, 1}, {&P::xAngle, GetParam().angle}});
-    const auto turned = [](double x) { return Point{x, notANumber, notANumber}; };
+    const auto undefinedBut = [](double x) { return Point{x, notANumber, notANumber}; };
     expectSuccess(writtenMesh({{0, 0, 1}, {{1, 2, 3}, {11, 22, 3}, {-0.0, 0, 0}}}),
-                  {turned(0), {turned(1), turned(11), turned(0)}});
+                  {undefinedBut(0), {undefinedBut(1), undefinedBut(11), undefinedBut(0)}});
 }
 
 constexpr OddAngle anglesWithoutCosine[] = {

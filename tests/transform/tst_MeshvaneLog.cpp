@@ -72,7 +72,7 @@ private slots:
     void isADialogWithDefaultFlagsAndItsParent();
     void hasNameSizeAndTitle();
     void textSpansTheFirstRow();
-    void textHasElevenPointsAndCanBeEdited();
+    void textHasPointSize11AndCanBeEdited();
     void exitButtonIsInTheMiddleOfTheSecondRow();
     void spacersTakeTheRestOfTheWidth();
     void textsAreTranslatedInTheContextMeshvaneLog();
@@ -122,7 +122,7 @@ void tst_MeshvaneLog::textSpansTheFirstRow()
     QVERIFY((cellOf(*gridOf(dialog), textOf(dialog)) == Cell{0, 0, 1, 3}));
 }
 
-void tst_MeshvaneLog::textHasElevenPointsAndCanBeEdited()
+void tst_MeshvaneLog::textHasPointSize11AndCanBeEdited()
 {
     MeshvaneLog dialog;
     QTextEdit *text = textOf(dialog);
