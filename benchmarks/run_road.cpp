@@ -39,7 +39,7 @@ int main(int argc, char **argv)
         return make(argv[2], std::atoi(argv[3]), argv[4]);
     if (what == "run" && argc == 4) {
         TransformParameters (*const options[])() = {scaleAndOffset, rotation, originAndLength};
-        return engineRoad(options[std::atoi(argv[3]) % 3](), argv[2], "road.out") ? EXIT_SUCCESS
+        return runEngine(options[std::atoi(argv[3]) % 3](), argv[2], "road.out") ? EXIT_SUCCESS
                                                                                   : EXIT_FAILURE;
     }
     std::fputs("usage: run_road make SHAPE FACETS PATH | run PATH OPTIONS\n", stderr);
