@@ -1,18 +1,19 @@
 // The facets of a binary STL file.
 #pragma once
 
+#include "stl/ByteOrder.h"
 #include "stl/StlBlocks.h"
 #include "stl/StlMesh.h"
 
-#include <cstdint>
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
+#include <cstring>
+#include <string_view>
 
 constexpr int stlBinaryLabelSize = 80;
 constexpr int stlBinaryPreludeSize = 84; // label and facet count
 constexpr int stlBinaryFacetSize = 50;
-
-// The format's 32-bit numbers have their lowest byte first.
-std::uint32_t stlLittleEndian(const char *bytes);
 
 // Reads one facet after another from where the stream stands, as twelve 4-byte reads and two fgetc would.
 class StlBinaryFacetReader {
@@ -21,14 +22,27 @@ public:
         : m_blocks(file)
     {}
 
-    // Past the end of the file the numbers keep their values; an attribute byte becomes 255, fgetc's end of
-    // file cut to a byte.
-    void read(StlFacet &facet);
+    // `facet` holds the facet before. Past the end of the file its numbers keep their values; an attribute
+    // byte becomes 255, fgetc's end of file cut to a byte.
+    void read(StlFacet &facet)
+    {
+        const std::string_view bytes = m_blocks.ahead(stlBinaryFacetSize);
+        const std::size_t count = std::min<std::size_t>(bytes.size(), stlBinaryFacetSize);
+        if (hostIsBigEndian || count < stlBinaryFacetSize)
+            readByNumbers(bytes.substr(0, count), facet);
+        else
+            std::memcpy(static_cast<void *>(&facet), bytes.data(), stlBinaryFacetSize);
+        m_blocks.take(count);
+    }
 
     // The value of errno if reading has failed, else 0.
     int error() const { return m_blocks.error(); }
 
 private:
+    static_assert(offsetof(StlFacet, attribute) + sizeof(StlFacet::attribute) == stlBinaryFacetSize,
+                  "a facet lies in memory as in the file");
+
+    static void readByNumbers(std::string_view bytes, StlFacet &facet);
+
     StlBlockReader m_blocks;
-    char m_bytes[stlBinaryFacetSize] = {}; // of the latest facet; a cut one replaces only its first bytes
 };

@@ -6,6 +6,7 @@
 // StlNumberText goes the exact way. They never guess.
 #pragma once
 
+#include "stl/ByteOrder.h"
 #include "stl/PowersOfTen.h"
 #include "stl/StlExactDecimal.h"
 
@@ -214,29 +215,8 @@ inline void writeNineDigits(char *out, std::uint32_t digits)
     std::memcpy(out + 7, threeDigits[number >> fractionBits].following, 4);
 }
 
-#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
-constexpr bool isBigEndian = true;
-#else
-constexpr bool isBigEndian = false;
-#endif
-
-inline std::uint64_t swapBytes(std::uint64_t word)
-{
-    std::uint64_t swapped = 0;
-    for (unsigned i = 0; i < 8; ++i)
-        swapped |= (word >> (8U * i) & 0xFFU) << (56U - 8U * i);
-    return swapped;
-}
-
-// The first character is the lowest byte of the word.
-inline std::uint64_t load64(const char *text)
-{
-    std::uint64_t word = 0;
-    std::memcpy(&word, text, sizeof word);
-    return isBigEndian ? swapBytes(word) : word;
-}
-
-// The number that eight digits make. Neighbours are joined: pairs, then fours, then all eight.
+// The number that eight digits make, the first one in the lowest byte. Neighbours are joined: pairs, then
+// fours, then all eight.
 inline std::uint32_t eightDigits(std::uint64_t word)
 {
     std::uint64_t digits = word & 0x0F0F0F0F0F0F0F0FU;
@@ -342,8 +322,8 @@ inline bool stlReadCheckedFixedNumber(const char *text, double &value)
 {
     using namespace stl_fixed_number;
     const auto digit = [text](int at) { return text[at] - '0'; };
-    const std::uint64_t digits =
-        static_cast<std::uint64_t>(digit(1)) * 100000000U + eightDigits(load64(text + 3));
+    const std::uint64_t digits = static_cast<std::uint64_t>(digit(1)) * 100000000U +
+                                 eightDigits(loadLittleEndian<std::uint64_t>(text + 3));
     // Signs change too often for a branch. A plus sign has the second bit set, a minus sign the first one and
     // not the second; a blank has neither.
     const int isNegative = ~(text[12] >> 1) & 1;

@@ -1,8 +1,10 @@
 #include "stl/StlReader.h"
 
+#include "stl/ByteOrder.h"
 #include "stl/StlAsciiFacets.h"
 #include "stl/StlBinaryFacets.h"
 #include "stl/StlBlocks.h"
+#include "stl/StlCommonFacet.h"
 #include "stl/StlFatal.h"
 
 #include <algorithm>
@@ -10,6 +12,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <string>
 
 namespace {
@@ -84,6 +87,15 @@ int nextTextCharacter(std::FILE *file)
     return character;
 }
 
+// True if the text starts with the seven lines of a facet in the common layout, whatever its points are. All
+// of them count.
+bool startsWithCommonLines(std::string_view text)
+{
+    return text.size() >= stlCommonFacetSize && stlHasCommonLayout(text.data()) &&
+           std::all_of(std::begin(stlCommonPointStarts), std::end(stlCommonPointStarts),
+                       [text](std::size_t start) { return stlIsWithinLine(text.data() + start); });
+}
+
 // One more than the number of line feeds that end a line of at least four characters, among the first `size`
 // characters of the text. Counts characters as nextTextCharacter returns them: a carriage return before a
 // line feed is none.
@@ -96,7 +108,16 @@ std::int32_t countLines(std::FILE *file, std::int32_t size, const char *path)
     std::int64_t characters = 0; // of the current line
     std::int64_t total = 0;
     char last = '\0';
-    for (std::string_view bytes = blocks.ahead(1); !bytes.empty(); bytes = blocks.ahead(1)) {
+    for (std::string_view bytes = blocks.ahead(stlCommonFacetSize); !bytes.empty();
+         bytes = blocks.ahead(stlCommonFacetSize)) {
+        if (characters == 0 && total + std::int64_t{stlCommonFacetSize} <= size &&
+            startsWithCommonLines(bytes)) {
+            total += std::int64_t{stlCommonFacetSize};
+            lines += stlCommonFacetLines;
+            last = '\n';
+            blocks.take(stlCommonFacetSize);
+            continue;
+        }
         const std::size_t lineFeed = bytes.find('\n');
         const std::size_t count = std::min(lineFeed, bytes.size() - 1) + 1;
         characters += static_cast<std::int64_t>(count);
@@ -151,7 +172,7 @@ std::int32_t initializeBinary(StlMesh &mesh, std::int32_t size, const char *path
     [[maybe_unused]] std::size_t count = std::fread(mesh.stats.header, 1, stlBinaryLabelSize, mesh.file);
     count = std::fread(storedCount, 1, sizeof storedCount, mesh.file);
     endIfUnreadable(readError(mesh.file), path);
-    if (stlLittleEndian(storedCount) != static_cast<std::uint32_t>(facets))
+    if (loadLittleEndian<std::uint32_t>(storedCount) != static_cast<std::uint32_t>(facets))
         std::fputs("Warning: File size doesn't match number of facets in the header\n", stderr);
     return facets;
 }
@@ -164,27 +185,18 @@ float largestStep(const StlVertex &from, const StlVertex &to)
 }
 
 // Comparisons with NaN are false, so a NaN corner widens nothing.
-void widen(float &min, float &max, float value)
-{
-    if (value > max)
-        max = value;
-    if (value < min)
-        min = value;
-}
+float smallerOf(float a, float b) { return b < a ? b : a; }
 
-void addToStatistics(StlStats &stats, const StlFacet &facet, bool first)
-{
-    if (first) {
-        stats.max = facet.vertex[0];
-        stats.min = facet.vertex[0];
-        stats.firstEdgeExtent = largestStep(facet.vertex[0], facet.vertex[1]);
+struct Extents {
+    StlVertex min;
+    StlVertex max;
+
+    void widen(const StlVertex &corner)
+    {
+        max = {largerOf(max.x, corner.x), largerOf(max.y, corner.y), largerOf(max.z, corner.z)};
+        min = {smallerOf(min.x, corner.x), smallerOf(min.y, corner.y), smallerOf(min.z, corner.z)};
     }
-    for (const StlVertex &corner : facet.vertex) {
-        widen(stats.min.x, stats.max.x, corner.x);
-        widen(stats.min.y, stats.max.y, corner.y);
-        widen(stats.min.z, stats.max.z, corner.z);
-    }
-}
+};
 
 void finishStatistics(StlStats &stats)
 {
@@ -199,12 +211,20 @@ template <typename FacetReader>
 void loadFacets(StlMesh &mesh, FacetReader &&reader, int firstFacet, bool first)
 {
     StlFacet working; // persists: a number that does not convert keeps the value of the facet before
+    Extents extents = {mesh.stats.min, mesh.stats.max};
     for (std::int32_t i = firstFacet; i < mesh.stats.facetCount; ++i) {
         reader.read(working);
         mesh.facets[i] = working;
-        addToStatistics(mesh.stats, working, first);
-        first = false;
+        if (first) {
+            extents = {working.vertex[0], working.vertex[0]};
+            mesh.stats.firstEdgeExtent = largestStep(working.vertex[0], working.vertex[1]);
+            first = false;
+        }
+        for (const StlVertex &corner : working.vertex)
+            extents.widen(corner);
     }
+    mesh.stats.min = extents.min;
+    mesh.stats.max = extents.max;
     if (reader.error() != 0) {
         errno = reader.error();
         stlFatalWithSystemError("stl_load_facets");

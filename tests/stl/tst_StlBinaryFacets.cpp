@@ -24,11 +24,6 @@ std::string recordOf(const StlFacet &facet)
     return record;
 }
 
-TEST(StlBinaryFacets, TheLowestByteOfANumberComesFirst)
-{
-    EXPECT_EQ(stlLittleEndian("\x78\x56\x34\x92"), 0x92345678U);
-}
-
 TEST(StlBinaryFacets, ARecordIsNormalCornersAndAttribute)
 {
     const BinaryFacet facet = {{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, {13, 14}};
