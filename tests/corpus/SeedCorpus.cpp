@@ -41,6 +41,31 @@ std::string ascii(const std::string &facets, const std::string &label = "solid p
 
 std::string written(const std::string &facets) { return "solid  (null)\n" + facets + "endsolid  \n"; }
 
+// Facets in the written form whose corners come back: ordinary ones, ones that the number kernels decline and
+// words that are no numbers, after each other.
+std::string facetsWithSharedCorners()
+{
+    const std::string n = " 0.00000000E+00  0.00000000E+00  1.00000000E+00";
+    const std::string a = " 1.00000000E+00 -2.00000000E+00  3.00000000E+00";
+    const std::string b = "-1.50000000E+00  2.50000000E-01 -0.00000000E+00";
+    const std::string declined = " 9.99999999E+98  1.00000000E-20  1.00000000E+00";
+    const std::string word = " 1.00000000E+00 abcdefghijklmno  1.00000000E+00";
+    return asciiFacet({n, a, b, a}) + asciiFacet({n, b, a, b}) + asciiFacet({a, declined, a, b}) +
+           asciiFacet({a, a, word, b}) + asciiFacet({n, a, b, word}) + asciiFacet({n, word, a, declined}) +
+           asciiFacet({n, a, b, a});
+}
+
+// Few different corners, some of which have no common form.
+std::vector<BinaryFacet> binaryFacetsWithSharedCorners()
+{
+    std::vector<BinaryFacet> facets = differentFacets(6);
+    for (std::size_t i = 1; i < facets.size(); ++i) {
+        for (std::size_t at = 0; at < 12; ++at)
+            facets[i].numbers[at] = facets[0].numbers[(at + 3 * i) % 12] * (i == 3 ? 1e-42F : 1.0F);
+    }
+    return facets;
+}
+
 std::string times(int n, const std::string &text)
 {
     std::string result;
@@ -112,6 +137,8 @@ std::vector<Seed> inputFileSeeds()
         {"ascii-high-byte-in-the-type-block", replaced(ascii(times(2, facet)), "outer", "\xC3\xA4\xC3\xA4")},
         {"ascii-high-byte-before-the-type-block", ascii(times(2, facet), "solid \xC3\xA4\n")},
         {"ascii-percent-signs", replaced(ascii(times(2, facet)), "loop", "%s%n%d")},
+        {"ascii-shared-corners", ascii(facetsWithSharedCorners())},
+        {"binary-shared-corners", binaryStl("shared", binaryFacetsWithSharedCorners())},
         {"binary-five-facets", binary},
         {"binary-four-facets", binaryStl("", differentFacets(4))},
         {"binary-three-facets", binaryStl("", differentFacets(3))},
@@ -146,6 +173,7 @@ std::vector<Seed> temporaryFileSeeds()
         {"label-without-line-end", "solid"},
         {"label-and-endsolid", written("")},
         {"as-written-two-facets", two},
+        {"shared-corners", written(facetsWithSharedCorners())},
         {"without-endsolid", "solid\n" + writtenFacet},
         {"last-line-without-line-end", "solid\n" + writtenFacet + "endsolid"},
         {"more-after-endsolid", two + two},
