@@ -1,6 +1,6 @@
 #include "stl/RotationMatrix.h"
 
-#include <cmath>
+#include "stl/ExactTrigonometry.h"
 
 void RotationMatrix::apply(double &x, double &y, double &z) const
 {
@@ -14,15 +14,13 @@ void RotationMatrix::apply(double &x, double &y, double &z) const
 
 RotationMatrix RotationMatrix::aboutX(double angle)
 {
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
+    const auto [s, c] = exactSineAndCosine(angle);
     return {{{1.0, 0.0, 0.0}, {0.0, c, -s}, {0.0, s, c}}};
 }
 
 RotationMatrix RotationMatrix::aboutY(double angle)
 {
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
+    const auto [s, c] = exactSineAndCosine(angle);
     // Deliberate: the signs of s are opposite to the usual right-handed matrix. Logs and saved part
     // orientations of users rely on the direction.
     return {{{c, 0.0, -s}, {0.0, 1.0, 0.0}, {s, 0.0, c}}};
@@ -30,7 +28,6 @@ RotationMatrix RotationMatrix::aboutY(double angle)
 
 RotationMatrix RotationMatrix::aboutZ(double angle)
 {
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
+    const auto [s, c] = exactSineAndCosine(angle);
     return {{{c, -s, 0.0}, {s, c, 0.0}, {0.0, 0.0, 1.0}}};
 }

@@ -111,6 +111,25 @@ TEST(RotationMatrix, AnAngleWithoutCosineSwitchesYAndZOff)
     }
 }
 
+TEST(RotationMatrix, AnInfiniteAngleTakesTheSignsOfItsNansFromTheRows)
+{
+    const RotationMatrix matrix = RotationMatrix::aboutX(infinity);
+    const bool expected[2][2] = {{true, false}, {true, true}};
+    for (int i = 0; i < 2; ++i)
+        for (int j = 0; j < 2; ++j)
+            EXPECT_EQ(std::signbit(matrix[i + 1][j + 1]), expected[i][j]) << i << ", " << j;
+}
+
+// The C library of a machine with fused multiplication and addition rounds these two the other way.
+TEST(RotationMatrix, SineAndCosineDoNotDependOnTheMachine)
+{
+    const RotationMatrix back = RotationMatrix::aboutZ(-338.0 * 0.017453293);
+    const RotationMatrix forth = RotationMatrix::aboutZ(338.0 * 0.017453293);
+    EXPECT_EQ(back[1][0], 0x1.7f98d4d5bd535p-2);
+    EXPECT_EQ(forth[1][0], -0x1.7f98d4d5bd535p-2);
+    EXPECT_EQ(forth[0][0], 0x1.dab7d9a39cb0cp-1);
+}
+
 TEST(RotationMatrix, APointIsAColumnVector)
 {
     const RotationMatrix matrix = {{{1, 10, 100}, {2, 20, 200}, {3, 30, 300}}};

@@ -1,5 +1,7 @@
 #include "tests/support/PlainRoad.h"
 
+#include "tests/support/PlainAngle.h"
+
 #include <cerrno>
 #include <cmath>
 #include <cstring>
@@ -334,18 +336,18 @@ void fillRotations(Placement &placement, const Request &request)
     placement.rotY = Rotation();
     placement.rotZ = Rotation();
     if (request.rotateX != 0) {
-        const double c = std::cos(request.angleX * radiansPerDegree);
-        const double s = std::sin(request.angleX * radiansPerDegree);
+        const double c = cosine(request.angleX * radiansPerDegree);
+        const double s = sine(request.angleX * radiansPerDegree);
         setRows(placement.rotX, {1.0, 0.0, 0.0}, {0.0, c, -s}, {0.0, s, c});
     }
     if (request.rotateY != 0) {
-        const double c = std::cos(request.angleY * radiansPerDegree);
-        const double s = std::sin(request.angleY * radiansPerDegree);
+        const double c = cosine(request.angleY * radiansPerDegree);
+        const double s = sine(request.angleY * radiansPerDegree);
         setRows(placement.rotY, {c, 0.0, -s}, {0.0, 1.0, 0.0}, {s, 0.0, c});
     }
     if (request.rotateZ != 0) {
-        const double c = std::cos(request.angleZ * radiansPerDegree);
-        const double s = std::sin(request.angleZ * radiansPerDegree);
+        const double c = cosine(request.angleZ * radiansPerDegree);
+        const double s = sine(request.angleZ * radiansPerDegree);
         setRows(placement.rotZ, {c, -s, 0.0}, {s, c, 0.0}, {0.0, 0.0, 1.0});
     }
 }
