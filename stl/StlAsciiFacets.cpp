@@ -1,10 +1,10 @@
 #include "stl/StlAsciiFacets.h"
 
 #include "stl/StlCommonFacet.h"
+#include "stl/StlNumberScan.h"
 #include "stl/StlPlainScan.h"
 
 #include <algorithm>
-#include <cerrno>
 
 namespace {
 
@@ -33,45 +33,68 @@ bool readPoint(StlPlainScanner &scanner, StlVertex &point)
     return scanner.readFloat(point.x) && scanner.readFloat(point.y) && scanner.readFloat(point.z);
 }
 
-// The functions below ignore what fscanf returns: fields that do not convert keep their values.
+// What the directives of an fscanf format do to the text ahead.
+class FormattedScan {
+public:
+    explicit FormattedScan(StlBlockReader &blocks)
+        : m_blocks(blocks)
+    {}
 
-void scanNormal(std::FILE *in, StlVertex &normal)
-{
-    [[maybe_unused]] const int converted =
-        std::fscanf(in, "%*s %*s %f %f %f\n", &normal.x, &normal.y, &normal.z);
-}
+    // "%*s", as often
+    void skipWords(int count)
+    {
+        for (; count > 0; --count) {
+            skipBlanks();
+            while (peek() != EOF && !stlIsBlank(peek()))
+                take();
+        }
+    }
 
-void scanCorner(std::FILE *in, StlVertex &corner)
-{
-    [[maybe_unused]] const int converted = std::fscanf(in, "%*s %f %f %f\n", &corner.x, &corner.y, &corner.z);
-}
+    // "%f %f %f", up to the first that does not convert. The blanks that a line feed in the format stands for
+    // are left to whatever comes next, which skips them, too.
+    void readPoint(StlVertex &point)
+    {
+        static_cast<void>(readNumber(point.x) && readNumber(point.y) && readNumber(point.z));
+    }
 
-void skipWord(std::FILE *in) { [[maybe_unused]] const int converted = std::fscanf(in, "%*s"); }
+    // For stlScanNumber.
+    int peek() const
+    {
+        const std::string_view bytes = m_blocks.ahead(1);
+        return bytes.empty() ? EOF : static_cast<unsigned char>(bytes.front());
+    }
+    void take() { m_blocks.take(1); }
 
-void skipTwoWords(std::FILE *in) { [[maybe_unused]] const int converted = std::fscanf(in, "%*s %*s"); }
+private:
+    bool readNumber(float &value)
+    {
+        skipBlanks();
+        return stlScanNumber(*this, value);
+    }
+
+    void skipBlanks()
+    {
+        while (stlIsBlank(peek()))
+            take();
+    }
+
+    StlBlockReader &m_blocks;
+};
 
 } // namespace
 
 StlAsciiFacetReader::StlAsciiFacetReader(std::FILE *file)
-    : m_file(file),
-      m_blocks(file)
+    : m_blocks(file)
 {
     skipLabelLine();
 }
 
 void StlAsciiFacetReader::read(StlFacet &facet)
 {
-    std::string_view text = m_blocks.ahead(ordinaryFacetSize);
+    const std::string_view text = m_blocks.ahead(ordinaryFacetSize);
     if (text.empty())
         return; // at the end nothing converts any more
-    if (readCommon(text, facet))
-        return;
-    Plainness plainness = readPlain(text, facet);
-    if (plainness == Plainness::unknown) {
-        text = m_blocks.ahead(StlBlockReader::blockSize);
-        plainness = readPlain(text, facet);
-    }
-    if (plainness != Plainness::plain)
+    if (!readCommon(text, facet) && !readPlain(text, facet))
         readAny(facet);
 }
 
@@ -102,7 +125,7 @@ bool StlAsciiFacetReader::readCommon(std::string_view text, StlFacet &facet)
     return true;
 }
 
-StlAsciiFacetReader::Plainness StlAsciiFacetReader::readPlain(std::string_view text, StlFacet &facet)
+bool StlAsciiFacetReader::readPlain(std::string_view text, StlFacet &facet)
 {
     StlPlainScanner scanner(text);
     StlFacet read = facet;
@@ -112,22 +135,21 @@ StlAsciiFacetReader::Plainness StlAsciiFacetReader::readPlain(std::string_view t
                          readPoint(scanner, read.vertex[1]) && scanner.skipWord() &&
                          readPoint(scanner, read.vertex[2]) && scanner.skipWord() && scanner.skipWord();
     if (!isPlain)
-        return scanner.ranOut() ? Plainness::unknown : Plainness::odd;
+        return false;
     facet = read;
     m_blocks.take(static_cast<std::size_t>(scanner.position() - text.data()));
-    return Plainness::plain;
+    return true;
 }
 
 void StlAsciiFacetReader::readAny(StlFacet &facet)
 {
-    m_blocks.giveBack();
-    scanNormal(m_file, facet.normal);
-    skipTwoWords(m_file);
-    for (StlVertex &corner : facet.vertex)
-        scanCorner(m_file, corner);
-    skipWord(m_file);
-    skipWord(m_file);
-    if (std::ferror(m_file) != 0)
-        m_scanError = errno;
-    m_blocks.continueFromStream();
+    FormattedScan scan(m_blocks);
+    scan.skipWords(2);
+    scan.readPoint(facet.normal);
+    scan.skipWords(2);
+    for (StlVertex &corner : facet.vertex) {
+        scan.skipWords(1);
+        scan.readPoint(corner);
+    }
+    scan.skipWords(2);
 }

@@ -12,7 +12,8 @@
 #include <string_view>
 
 // Reads one facet after another. Facets in the form that this program writes, and plain text of any layout,
-// are read in memory; any other facet goes back to the stream and is read by fscanf from its first byte.
+// are tried first; any other facet is then read character by character from its first byte. The destructor
+// leaves the stream where fscanf would have.
 class StlAsciiFacetReader {
 public:
     // The stream stands at its start; the label line is skipped.
@@ -22,19 +23,15 @@ public:
     void read(StlFacet &facet);
 
     // The value of errno if reading has failed, else 0.
-    int error() const { return m_scanError != 0 ? m_scanError : m_blocks.error(); }
+    int error() const { return m_blocks.error(); }
 
 private:
-    enum class Plainness { plain, odd, unknown }; // unknown: the text at hand ends within the facet
-
     void skipLabelLine();
     bool readCommon(std::string_view text, StlFacet &facet);
-    Plainness readPlain(std::string_view text, StlFacet &facet);
+    bool readPlain(std::string_view text, StlFacet &facet);
     void readAny(StlFacet &facet);
 
-    std::FILE *m_file;
     StlBlockReader m_blocks;
-    int m_scanError = 0; // of fscanf
     StlLastPoint<StlPointText, StlVertex> m_normal;
     StlPointMemory<StlPointText, StlVertex> m_corners;
 };

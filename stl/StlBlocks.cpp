@@ -19,20 +19,10 @@ StlBlockReader::StlBlockReader(std::FILE *in)
       m_block(new char[capacity]) // not make_unique, which would touch all of it
 {}
 
-StlBlockReader::~StlBlockReader() { giveBack(); }
-
-void StlBlockReader::giveBack()
+StlBlockReader::~StlBlockReader()
 {
     if (m_begin != m_end)
         std::fseek(m_in, -static_cast<long>(m_end - m_begin), SEEK_CUR);
-    m_begin = 0;
-    m_end = 0;
-}
-
-void StlBlockReader::continueFromStream()
-{
-    m_atEnd = false;
-    m_readSize = streamPageSize;
 }
 
 void StlBlockReader::fill(std::size_t wanted)
@@ -51,12 +41,11 @@ void StlBlockReader::readAhead(std::size_t wanted)
     m_end -= m_begin;
     m_begin = 0;
     while (m_end < wanted && !m_atEnd) {
-        const std::size_t room = std::min(m_readSize, (capacity - m_end) / streamPageSize * streamPageSize);
+        const std::size_t room = std::min(blockSize, (capacity - m_end) / streamPageSize * streamPageSize);
         const std::size_t count = std::fread(m_block.get() + m_end, 1, room, m_in);
         m_end += count;
         if (count < room)
             noteEnd();
-        m_readSize = std::min(2 * m_readSize, blockSize);
     }
 }
 

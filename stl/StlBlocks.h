@@ -33,13 +33,6 @@ public:
     // Moves on over bytes that ahead() has shown.
     void take(std::size_t count) { m_begin += count; }
 
-    // Gives back what was read ahead, so that the stream itself can be read on.
-    void giveBack();
-
-    // Goes on from where the caller has read the stream to after giveBack(). Reads less ahead for a while,
-    // since the caller may have to read the stream itself again soon.
-    void continueFromStream();
-
     // The value of errno if the stream ended by an error and not by its end, else 0.
     int error() const { return m_error; }
 
@@ -56,7 +49,6 @@ private:
     bool m_canSeek;
     bool m_atEnd = false;
     int m_error = 0;
-    std::size_t m_readSize = blockSize; // how much is asked of the stream at once
     std::unique_ptr<char[]> m_block;
     std::size_t m_begin = 0;
     std::size_t m_end = 0;

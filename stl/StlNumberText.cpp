@@ -1,13 +1,12 @@
 #include "stl/StlNumberText.h"
 
 #include "stl/StlFixedNumber.h"
-#include "stl/StlLimits.h"
+#include "stl/StlNumberScan.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <system_error>
 
 namespace {
 
@@ -30,32 +29,19 @@ char *writeExactly(char *out, double value)
     return end;
 }
 
-bool isPlainCharacter(char c)
-{
-    return (c >= '0' && c <= '9') || c == '.' || c == '-' || c == 'e' || c == 'E' || c == '+';
-}
+// The characters of a word, for the scan.
+class WordCharacters {
+public:
+    explicit WordCharacters(std::string_view word)
+        : m_rest(word)
+    {}
 
-// Accepts a word that is a plain decimal number as a whole and within range, so that sscanf could but agree.
-bool readPlainNumber(std::string_view word, double &value)
-{
-    if (!std::all_of(word.begin(), word.end(), isPlainCharacter))
-        return false;
-    double result = 0.0;
-    const char *end = word.data() + word.size();
-    const std::from_chars_result read = std::from_chars(word.data(), end, result);
-    if (read.ec != std::errc() || read.ptr != end)
-        return false;
-    value = result;
-    return true;
-}
+    int peek() const { return m_rest.empty() ? EOF : static_cast<unsigned char>(m_rest.front()); }
+    void take() { m_rest.remove_prefix(1); }
 
-bool readAnyNumber(std::string_view word, double &value)
-{
-    // A word is part of a line, so it fits together with the terminating zero.
-    char text[stlLineCapacity];
-    text[word.copy(text, sizeof text - 1)] = '\0';
-    return std::sscanf(text, "%lf", &value) == 1;
-}
+private:
+    std::string_view m_rest;
+};
 
 } // namespace
 
@@ -80,5 +66,10 @@ char *stlWritePadded(char *out, double value)
 
 bool stlReadNumber(std::string_view word, double &value)
 {
-    return readPlainNumber(word, value) || readAnyNumber(word, value);
+    if (stlReadWholeNumber(word, value))
+        return true;
+    WordCharacters characters(word);
+    while (stlIsBlank(characters.peek()))
+        characters.take();
+    return stlScanNumber(characters, value);
 }

@@ -1,5 +1,5 @@
 // Numbers as mesh text, both ways. Knows no mesh. Every conversion has the meaning of the C library's printf
-// and scanf family in the "C" locale.
+// and scanf family in the "C" locale; StlNumberScan says what that is for words that are no ordinary numbers.
 #pragma once
 
 #include <string_view>

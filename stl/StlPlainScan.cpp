@@ -2,16 +2,9 @@
 
 #include "stl/StlExactDecimal.h"
 #include "stl/StlFixedNumber.h"
-
-#include <charconv>
-#include <system_error>
+#include "stl/StlNumberScan.h"
 
 namespace {
-
-// As isspace says in the "C" locale.
-bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // A number as "%f" takes it: digits with a point before, between or after them, and an exponent.
 struct Decimal {
@@ -62,7 +55,7 @@ private:
 
     void readDigits(Decimal &decimal, bool afterPoint)
     {
-        for (; m_at != m_end && isDigit(*m_at); ++m_at) {
+        for (; m_at != m_end && stlIsDigit(*m_at); ++m_at) {
             const auto digit = static_cast<unsigned>(*m_at - '0');
             if (decimal.count != 0 || digit != 0)
                 ++decimal.count;
@@ -95,7 +88,7 @@ private:
 
 void StlPlainScanner::skipBlanks()
 {
-    while (m_at != m_end && isBlank(*m_at))
+    while (m_at != m_end && stlIsBlank(*m_at))
         ++m_at;
 }
 
@@ -103,7 +96,7 @@ bool StlPlainScanner::skipWord()
 {
     skipBlanks();
     const char *start = m_at;
-    while (m_at != m_end && !isBlank(*m_at))
+    while (m_at != m_end && !stlIsBlank(*m_at))
         ++m_at;
     return m_at != start && m_at != m_end;
 }
@@ -126,7 +119,7 @@ bool StlPlainScanner::readFloat(float &value)
 bool StlPlainScanner::readFixedFloat(float &value)
 {
     double exact = 0.0;
-    if (m_end - m_at <= stlFixedNumberSize || !isBlank(m_at[stlFixedNumberSize]) ||
+    if (m_end - m_at <= stlFixedNumberSize || !stlIsBlank(m_at[stlFixedNumberSize]) ||
         !stlReadFixedNumber(m_at, exact) || !stlRoundToFloat(exact, value))
         return false;
     m_at += stlFixedNumberSize;
@@ -138,11 +131,7 @@ bool StlPlainScanner::readDecimalFloat(float &value)
     Decimal decimal;
     DecimalScan scan(m_at, m_end);
     const bool isDecimal = scan.run(decimal);
-    if (scan.position() == m_end) {
-        m_at = m_end;
-        return false;
-    }
-    if (!isDecimal || !isBlank(*scan.position()))
+    if (!isDecimal || scan.position() == m_end || !stlIsBlank(*scan.position()))
         return false;
     const char *start = *m_at == '+' ? m_at + 1 : m_at; // from_chars knows no plus sign
     m_at = scan.position();
@@ -151,6 +140,5 @@ bool StlPlainScanner::readDecimalFloat(float &value)
     if (decimal.count <= mostDigits && stlScaleExactly(decimal.digits, decimal.exponent, exact) &&
         stlRoundToFloat(decimal.negative ? -exact : exact, value))
         return true;
-    const std::from_chars_result read = std::from_chars(start, m_at, value);
-    return read.ec == std::errc() && read.ptr == m_at;
+    return stlReadWholeNumber({start, static_cast<std::size_t>(m_at - start)}, value);
 }

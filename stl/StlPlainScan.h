@@ -1,5 +1,5 @@
-// What fscanf's "%*s" and "%f" do to plain text, done in memory. Anything that is not plain is declined and
-// left to fscanf.
+// What fscanf's "%*s" and "%f" do to plain text, for text in memory. Anything that is not plain is declined
+// and left to StlNumberScan.
 #pragma once
 
 #include <string_view>
@@ -22,9 +22,6 @@ public:
 
     // Right after the last word or number.
     const char *position() const { return m_at; }
-
-    // True if something was declined because the text ended there; with more text it might be plain.
-    bool ranOut() const { return m_at == m_end; }
 
 private:
     void skipBlanks();

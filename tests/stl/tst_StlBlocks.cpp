@@ -122,49 +122,11 @@ TEST(StlBlocks, TheDestructorLeavesTheStreamAfterWhatWasTaken)
     }
 }
 
-TEST(StlBlocks, OthersCanReadInBetween)
-{
-    const std::string bytes = numberedBytes(blockSize + 20000);
-    const Stream in = streamOf(bytes);
-    StlBlockReader reader(in.get());
-    std::string got;
-    for (int i = 0; i < 40; ++i) {
-        got += reader.ahead(100).substr(0, 100);
-        reader.take(100);
-        reader.giveBack();
-        ASSERT_EQ(std::ftell(in.get()), static_cast<long>(got.size()));
-        for (int character = 0; character < 7; ++character)
-            got += static_cast<char>(std::getc(in.get()));
-        reader.continueFromStream();
-    }
-    for (std::string_view ahead = reader.ahead(1); !ahead.empty(); ahead = reader.ahead(1)) {
-        got += ahead;
-        reader.take(ahead.size());
-    }
-    EXPECT_TRUE(got == bytes);
-}
-
-TEST(StlBlocks, AfterTheEndReadingGoesOnFromWhereTheStreamIsSet)
-{
-    const Stream in = streamOf("abcdef");
-    StlBlockReader reader(in.get());
-    EXPECT_EQ(reader.ahead(100), "abcdef");
-    reader.take(6);
-    EXPECT_EQ(reader.ahead(1), "");
-    reader.giveBack();
-    ASSERT_EQ(std::fseek(in.get(), 4, SEEK_SET), 0);
-    EXPECT_EQ(reader.ahead(1), "") << "the stream is not asked again";
-    reader.continueFromStream();
-    EXPECT_EQ(reader.ahead(1), "ef");
-}
-
 TEST(StlBlocks, ANullStreamIsEmpty)
 {
     StlBlockReader reader(nullptr);
     EXPECT_EQ(reader.ahead(1), "");
     EXPECT_EQ(reader.ahead(blockSize), "");
-    reader.giveBack();
-    reader.continueFromStream();
     EXPECT_EQ(reader.ahead(1), "");
     EXPECT_EQ(reader.error(), 0);
 }
