@@ -1,6 +1,8 @@
 // A rotation about one coordinate axis, or the mark that there is none.
 #pragma once
 
+#include "stl/SettledNumber.h"
+
 // Three rows of three. The top-left element is the only switch: up to 1.0 the matrix is applied, the marker
 // 999.0 says that it is not in use. A NaN there (an angle that is infinite or not a number) compares false
 // and so switches the rotation off, too.
@@ -16,6 +18,7 @@ struct RotationMatrix {
 
     // Replaces the point by matrix times point (a column vector).
     void apply(double &x, double &y, double &z) const;
+    void apply(SettledNumber &x, SettledNumber &y, SettledNumber &z) const;
 
     // Angles in radians. Each fills a matrix that is in use.
     static RotationMatrix aboutX(double angle);

@@ -1,5 +1,6 @@
 #include "stl/StlPasses.h"
 
+#include "stl/SettledNumber.h"
 #include "stl/StlCommonFacet.h"
 #include "stl/StlFacetGrammar.h"
 #include "stl/StlLines.h"
@@ -120,7 +121,11 @@ struct AxisChange {
     double offsetBefore;
     double offsetAfter;
 
-    double operator()(double value) const { return (value + offsetBefore) * scale + offsetAfter; }
+    template <typename Number>
+    Number operator()(Number value) const
+    {
+        return (value + Number{offsetBefore}) * Number{scale} + Number{offsetAfter};
+    }
 };
 
 class ApplyTransformation final : public StlFacetHandler {
@@ -142,14 +147,14 @@ public:
             return;
         }
         readAfterLast(numbers);
-        turn(m_last);
+        settle(&ApplyTransformation::turn<SettledNumber>);
         m_out.writePaddedPoint("  facet normal ", m_last[0], m_last[1], m_last[2]);
     }
 
     void vertexLine(StlWords &numbers) override
     {
         readAfterLast(numbers);
-        transform(m_last);
+        settle(&ApplyTransformation::transform<SettledNumber>);
         m_out.writePaddedPoint("      vertex ", m_last[0], m_last[1], m_last[2]);
     }
 
@@ -182,7 +187,8 @@ private:
         char text[stlCommonPointSize];
     };
 
-    void turn(double (&point)[3]) const
+    template <typename Number>
+    void turn(Number (&point)[3]) const
     {
         for (const RotationMatrix *rotation : m_rotations) {
             if (rotation->inUse())
@@ -190,11 +196,21 @@ private:
         }
     }
 
-    void transform(double (&point)[3]) const
+    template <typename Number>
+    void transform(Number (&point)[3]) const
     {
         for (int axis = 0; axis < 3; ++axis)
             point[axis] = m_axes[axis](point[axis]);
         turn(point);
+    }
+
+    // The common form has no NaN, so only lines that are written one by one need settled signs.
+    void settle(void (ApplyTransformation::*change)(SettledNumber (&)[3]) const)
+    {
+        SettledNumber point[3] = {{m_last[0]}, {m_last[1]}, {m_last[2]}};
+        (this->*change)(point);
+        for (int axis = 0; axis < 3; ++axis)
+            m_last[axis] = point[axis].value;
     }
 
     void readAfterLast(StlWords &numbers)

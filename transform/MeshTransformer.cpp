@@ -1,5 +1,6 @@
 #include "transform/MeshTransformer.h"
 
+#include "stl/SettledNumber.h"
 #include "stl/StlPasses.h"
 #include "stl/Stream.h"
 #include "transform/RunFiles.h"
@@ -59,13 +60,15 @@ void applyLengths(std::initializer_list<LengthOption> options)
 {
     for (const LengthOption &option : options) {
         if (option.flag == 1)
-            option.scale = option.wanted / option.own;
+            option.scale = (SettledNumber{option.wanted} / SettledNumber{option.own}).value;
     }
 }
 
-double lengthX(const MeshTransformer &t) { return t.xMax - t.xMin; }
-double lengthY(const MeshTransformer &t) { return t.yMax - t.yMin; }
-double lengthZ(const MeshTransformer &t) { return t.zMax - t.zMin; }
+double difference(double a, double b) { return (SettledNumber{a} - SettledNumber{b}).value; }
+
+double lengthX(const MeshTransformer &t) { return difference(t.xMax, t.xMin); }
+double lengthY(const MeshTransformer &t) { return difference(t.yMax, t.yMin); }
+double lengthZ(const MeshTransformer &t) { return difference(t.zMax, t.zMin); }
 
 } // namespace
 

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 namespace plain {
 
@@ -279,14 +280,33 @@ void widenExtents(Extents &extents, const Axes &corner)
         extents.maxZ = corner.z;
 }
 
+// Sums and products as the SSE unit of x86 forms them, also where they are undefined: the first operand that
+// is undefined is the result, and if none is, the result has a minus sign.
+double undefined(double a, double b)
+{
+    if (std::isnan(a))
+        return a;
+    return std::isnan(b) ? b : std::copysign(std::numeric_limits<double>::quiet_NaN(), -1.0);
+}
+
+double sum(double a, double b) { return std::isnan(a + b) ? undefined(a, b) : a + b; }
+double difference(double a, double b) { return std::isnan(a - b) ? undefined(a, b) : a - b; }
+double product(double a, double b) { return std::isnan(a * b) ? undefined(a, b) : a * b; }
+double quotient(double a, double b) { return std::isnan(a / b) ? undefined(a, b) : a / b; }
+
+double timesRow(const double (&row)[3], const Axes &p)
+{
+    return sum(sum(product(row[0], p.x), product(row[1], p.y)), product(row[2], p.z));
+}
+
 void turn(Axes &point, const Rotation &rotation)
 {
     if (!rotation.isOn())
         return;
     const Axes p = point;
-    point.x = rotation.m[0][0] * p.x + rotation.m[0][1] * p.y + rotation.m[0][2] * p.z;
-    point.y = rotation.m[1][0] * p.x + rotation.m[1][1] * p.y + rotation.m[1][2] * p.z;
-    point.z = rotation.m[2][0] * p.x + rotation.m[2][1] * p.y + rotation.m[2][2] * p.z;
+    point.x = timesRow(rotation.m[0], p);
+    point.y = timesRow(rotation.m[1], p);
+    point.z = timesRow(rotation.m[2], p);
 }
 
 void turnAll(Axes &point, const Placement &placement)
@@ -298,9 +318,12 @@ void turnAll(Axes &point, const Placement &placement)
 
 void place(Axes &point, const Placement &placement)
 {
-    point.x = (point.x + placement.offsetBefore.x) * placement.scale.x + placement.offsetAfter.x;
-    point.y = (point.y + placement.offsetBefore.y) * placement.scale.y + placement.offsetAfter.y;
-    point.z = (point.z + placement.offsetBefore.z) * placement.scale.z + placement.offsetAfter.z;
+    point.x =
+        sum(product(sum(point.x, placement.offsetBefore.x), placement.scale.x), placement.offsetAfter.x);
+    point.y =
+        sum(product(sum(point.y, placement.offsetBefore.y), placement.scale.y), placement.offsetAfter.y);
+    point.z =
+        sum(product(sum(point.z, placement.offsetBefore.z), placement.scale.z), placement.offsetAfter.z);
     turnAll(point, placement);
 }
 
@@ -361,27 +384,27 @@ void setOriginsAndSameLengths(Placement &placement, const Extents &e, const Requ
     if (request.setOriginZ == 1)
         placement.offsetBefore.z = -e.minZ;
     if (request.xSameY == 1)
-        placement.scale.x = (e.maxY - e.minY) / (e.maxX - e.minX);
+        placement.scale.x = quotient(difference(e.maxY, e.minY), difference(e.maxX, e.minX));
     if (request.xSameZ == 1)
-        placement.scale.x = (e.maxZ - e.minZ) / (e.maxX - e.minX);
+        placement.scale.x = quotient(difference(e.maxZ, e.minZ), difference(e.maxX, e.minX));
     if (request.ySameX == 1)
-        placement.scale.y = (e.maxZ - e.minZ) / (e.maxY - e.minY);
+        placement.scale.y = quotient(difference(e.maxZ, e.minZ), difference(e.maxY, e.minY));
     if (request.ySameZ == 1)
-        placement.scale.y = (e.maxX - e.minX) / (e.maxY - e.minY);
+        placement.scale.y = quotient(difference(e.maxX, e.minX), difference(e.maxY, e.minY));
     if (request.zSameX == 1)
-        placement.scale.z = (e.maxX - e.minX) / (e.maxZ - e.minZ);
+        placement.scale.z = quotient(difference(e.maxX, e.minX), difference(e.maxZ, e.minZ));
     if (request.zSameY == 1)
-        placement.scale.z = (e.maxY - e.minY) / (e.maxZ - e.minZ);
+        placement.scale.z = quotient(difference(e.maxY, e.minY), difference(e.maxZ, e.minZ));
 }
 
 void setLengths(Placement &placement, const Extents &e, const Request &request)
 {
     if (request.setLengthX != 0)
-        placement.scale.x = request.lengthX / (e.maxX - e.minX);
+        placement.scale.x = quotient(request.lengthX, difference(e.maxX, e.minX));
     if (request.setLengthY != 0)
-        placement.scale.y = request.lengthY / (e.maxY - e.minY);
+        placement.scale.y = quotient(request.lengthY, difference(e.maxY, e.minY));
     if (request.setLengthZ != 0)
-        placement.scale.z = request.lengthZ / (e.maxZ - e.minZ);
+        placement.scale.z = quotient(request.lengthZ, difference(e.maxZ, e.minZ));
 }
 
 bool scanAndReopen(char *message, std::FILE *&in, Extents &extents)

@@ -77,8 +77,4 @@ struct PassInput {
 bool compareScan(Verdict &verdict, const PassInput &input);
 bool compareRewrite(Verdict &verdict, const PassInput &input, const plain::Placement &placement);
 
-// True if the sign of a computed NaN is the compiler's choice: two NaNs can meet where a rotation adds
-// coordinates, or where a parameter is one.
-bool signsOfNaNsAreOpen(const plain::Placement &placement);
-
 void compareExtents(Verdict &verdict, const plain::Extents &product, const plain::Extents &twin);
