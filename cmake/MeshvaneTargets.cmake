@@ -11,6 +11,14 @@ if(MESHVANE_BUILD_FUZZERS)
     target_link_options(meshvane_build_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# The x87 unit of 32-bit x86 computes with 80 bits and rounds when it stores a number. Every Pentium 4 has SSE2.
+include(CheckCXXSymbolExists)
+check_cxx_symbol_exists(__i386__ cstddef MESHVANE_FOR_32_BIT_X86)
+set(meshvane_arithmetic_options)
+if(MESHVANE_FOR_32_BIT_X86)
+    set(meshvane_arithmetic_options -msse2 -mfpmath=sse)
+endif()
+
 add_library(meshvane_warnings INTERFACE)
 target_compile_options(meshvane_warnings INTERFACE
     $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion
@@ -24,11 +32,12 @@ if(MESHVANE_WARNINGS_AS_ERRORS)
         $<$<CXX_COMPILER_ID:MSVC>:/WX>)
 endif()
 
-# Our language level, warnings and floating-point rule for one target. Only the language level reaches its
-# users.
+# Our language level, warnings and floating-point rules for one target. Its users get the language level and,
+# since headers compute, too, the unit that computes.
 function(meshvane_own_code target)
     target_compile_features(${target} PUBLIC cxx_std_17)
     set_target_properties(${target} PROPERTIES CXX_STANDARD 17 CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF)
+    target_compile_options(${target} PUBLIC ${meshvane_arithmetic_options})
     target_link_libraries(${target} PRIVATE
         $<BUILD_INTERFACE:meshvane_build_flags> $<BUILD_INTERFACE:meshvane_warnings>)
 endfunction()

@@ -207,12 +207,15 @@ inline void writeNineDigits(char *out, std::uint32_t digits)
     constexpr unsigned fractionBits = 54;
     constexpr std::uint64_t fractionMask = (std::uint64_t{1} << fractionBits) - 1;
     constexpr std::uint64_t unit = (fractionMask + 1) / 1000000U + 1;
+    const auto digitsBeforePoint = [](std::uint64_t fixedPoint) {
+        return threeDigits[static_cast<std::uint32_t>(fixedPoint >> fractionBits)];
+    };
     std::uint64_t number = digits * unit;
-    std::memcpy(out, threeDigits[number >> fractionBits].leading, 4);
+    std::memcpy(out, digitsBeforePoint(number).leading, 4);
     number = (number & fractionMask) * 1000U;
-    std::memcpy(out + 4, threeDigits[number >> fractionBits].following, 4);
+    std::memcpy(out + 4, digitsBeforePoint(number).following, 4);
     number = (number & fractionMask) * 1000U;
-    std::memcpy(out + 7, threeDigits[number >> fractionBits].following, 4);
+    std::memcpy(out + 7, digitsBeforePoint(number).following, 4);
 }
 
 // The number that eight digits make, the first one in the lowest byte. Neighbours are joined: pairs, then

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdio>
 
 namespace {
@@ -59,8 +60,8 @@ char *stlWritePadded(char *out, double value)
     if (stlWriteFixedNumber(out, value))
         return out + stlFixedNumberSize;
     char text[stlMaxNumberText];
-    const auto length = static_cast<int>(writeExactly(text, value) - text);
-    out = std::fill_n(out, std::max(stlFixedNumberSize - length, 0), ' ');
+    const std::ptrdiff_t length = writeExactly(text, value) - text;
+    out = std::fill_n(out, std::max<std::ptrdiff_t>(stlFixedNumberSize - length, 0), ' ');
     return std::copy_n(text, length, out);
 }
 
