@@ -1,5 +1,6 @@
 #include "stl/StlNumberScan.h"
 
+#include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -8,30 +9,51 @@
 
 namespace {
 
+void readByCLibrary(const char *text, char **end, float &value) { value = std::strtof(text, end); }
+void readByCLibrary(const char *text, char **end, double &value) { value = std::strtod(text, end); }
+
+// Both read a number within the range: one from the start of the text, and returns its length; the other only
+// a decimal number that is the whole text.
+//
 // libc++ reads no floating-point numbers. For 32-bit x86 the GNU library's function is compiled with the
 // 80-bit arithmetic of that processor, and rounds twice.
 #if defined(__cpp_lib_to_chars) && !defined(__i386__) && !defined(_M_IX86)
+
 template <typename Number>
 std::size_t readByFromChars(std::string_view text, std::chars_format format, Number &value)
 {
-    Number result{};
     const std::from_chars_result read =
-        std::from_chars(text.data(), text.data() + text.size(), result, format);
-    if (read.ec != std::errc())
-        return 0;
-    value = result;
-    return static_cast<std::size_t>(read.ptr - text.data());
+        std::from_chars(text.data(), text.data() + text.size(), value, format);
+    return read.ec == std::errc() ? static_cast<std::size_t>(read.ptr - text.data()) : 0;
 }
+
+template <typename Number>
+bool readAll(std::string_view text, Number &value)
+{
+    return readByFromChars(text, std::chars_format::general, value) == text.size();
+}
+
 #else
+
 template <typename Number>
 std::size_t readByFromChars(std::string_view, std::chars_format, Number &)
 {
     return 0;
 }
-#endif
 
-void readByCLibrary(const char *text, char **end, float &value) { value = std::strtof(text, end); }
-void readByCLibrary(const char *text, char **end, double &value) { value = std::strtod(text, end); }
+template <typename Number>
+bool readAll(std::string_view text, Number &value)
+{
+    if (text.front() == '+' || text.find_first_not_of("0123456789.eE+-") != std::string_view::npos)
+        return false;
+    const std::string terminated(text);
+    char *end = nullptr;
+    errno = 0;
+    readByCLibrary(terminated.c_str(), &end, value);
+    return errno == 0 && end == terminated.c_str() + terminated.size();
+}
+
+#endif
 
 template <typename Number>
 bool readWhole(std::string_view text, Number &value)
@@ -40,7 +62,7 @@ bool readWhole(std::string_view text, Number &value)
     if (text.empty() || !(stlIsDigit(text.back()) || text.back() == '.'))
         return false;
     Number result{};
-    if (readByFromChars(text, std::chars_format::general, result) != text.size())
+    if (!readAll(text, result))
         return false;
     value = result;
     return true;

@@ -12,8 +12,8 @@ constexpr bool stlIsBlank(int c) { return c == ' ' || (c >= '\t' && c <= '\r'); 
 
 constexpr bool stlIsDigit(int c) { return c >= '0' && c <= '9'; }
 
-// Reads a decimal number without a plus sign that is the whole text, rounded correctly. Declines where the
-// standard library cannot do that without going through the C library, and numbers beyond the range.
+// Reads a decimal number without a plus sign that is the whole text, rounded correctly. Declines numbers
+// beyond the range.
 bool stlReadWholeNumber(std::string_view text, float &value);
 bool stlReadWholeNumber(std::string_view text, double &value);
 

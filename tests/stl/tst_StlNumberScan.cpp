@@ -230,7 +230,7 @@ TEST(StlNumberScan, TheEndOfTheStreamEndsANumberAsForFscanf)
 }
 
 // Numbers of all lengths and sizes, some of them spoilt.
-std::string anyNumber(std::mt19937_64 &random)
+std::string anyNumber(std::mt19937 &random)
 {
     const auto below = [&random](std::size_t n) { return random() % n; };
     const bool isHexadecimal = below(4) == 0;
@@ -256,7 +256,7 @@ std::string anyNumber(std::mt19937_64 &random)
 
 TEST(StlNumberScan, GeneratedNumbersAreReadAsByFscanf)
 {
-    std::mt19937_64 random(31415);
+    std::mt19937 random(31415);
     for (int i = 0; i < 20000 && !HasFailure(); ++i)
         expectReadAlike(anyNumber(random));
 }
