@@ -207,7 +207,7 @@ inline void writeNineDigits(char *out, std::uint32_t digits)
     constexpr unsigned fractionBits = 54;
     constexpr std::uint64_t fractionMask = (std::uint64_t{1} << fractionBits) - 1;
     constexpr std::uint64_t unit = (fractionMask + 1) / 1000000U + 1;
-    const auto digitsBeforePoint = [](std::uint64_t fixedPoint) {
+    const auto digitsBeforePoint = [](std::uint64_t fixedPoint) -> const ThreeDigits & {
         return threeDigits[static_cast<std::uint32_t>(fixedPoint >> fractionBits)];
     };
     std::uint64_t number = digits * unit;

@@ -4,6 +4,7 @@
 #include "stl/StlNumberText.h"
 #include "stl/StlPasses.h"
 #include "tests/corpus/RoadOptions.h"
+#include "tests/support/SameBytes.h"
 #include "tests/support/StlComparison.h"
 #include "tests/support/TextFile.h"
 #include "tests/support/TransformComparison.h"

@@ -206,8 +206,8 @@ TEST(StlAsciiFacets, AReadErrorIsKept)
 {
     // In a facet of the common form, and after a number that is not plain.
     const std::string odd = asciiFacet({"0x1 2 3", "1 2 3", "4 5 6", "7 8 9"});
-    for (const std::string &readable :
-         {std::string(stlCommonFacetText).substr(0, stlCommonFacetSize / 2), odd.substr(0, odd.find("vertex"))}) {
+    for (const std::string &readable : {std::string(stlCommonFacetText).substr(0, stlCommonFacetSize / 2),
+                                        odd.substr(0, odd.find("vertex"))}) {
         SCOPED_TRACE(readable);
         const Stream in = streamFailingAfter("label\n" + readable);
         StlAsciiFacetReader reader(in.get());

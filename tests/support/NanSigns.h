@@ -1,4 +1,5 @@
-// Comparison of computed numbers that nothing prints, in which every NaN is alike: its sign is the processor's.
+// Comparison of computed numbers that nothing prints, in which every NaN is alike: its sign is the
+// processor's.
 #pragma once
 
 #include "tests/support/SameBytes.h"

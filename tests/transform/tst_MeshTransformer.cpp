@@ -21,7 +21,7 @@ using P = TransformParameters;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double undefined = -notANumber; // made from other numbers, on every processor
+constexpr double undefined = -notANumber;        // made from other numbers, on every processor
 constexpr double radiansPerDegree = 0.017453293; // not pi / 180: the program's own factor
 constexpr double cos90 = -4.32051034E-08;        // of 90 degrees by this factor; by pi / 180 it is 6e-17
 
