@@ -136,7 +136,11 @@ bool StlAsciiFacetReader::readPlain(std::string_view text, StlFacet &facet)
                          readPoint(scanner, read.vertex[2]) && scanner.skipWord() && scanner.skipWord();
     if (!isPlain)
         return false;
-    facet = read;
+    // Point by point: one copy of the facet becomes a string instruction (rep movs) in GCC, which takes this
+    // line for a rare one.
+    facet.normal = read.normal;
+    for (std::size_t i = 0; i < 3; ++i)
+        facet.vertex[i] = read.vertex[i];
     m_blocks.take(static_cast<std::size_t>(scanner.position() - text.data()));
     return true;
 }
