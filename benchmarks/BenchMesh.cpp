@@ -7,32 +7,11 @@
 #include "transform/MeshTransformer.h"
 #include "transform/RunFiles.h"
 
-#include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <random>
+#include <filesystem>
 
 namespace {
-
-class Ball {
-public:
-    BinaryFacet next()
-    {
-        const float x = m_part(m_random);
-        const float y = m_part(m_random);
-        const float z = m_part(m_random);
-        const float length = std::sqrt(x * x + y * y + z * z) + 1e-6F;
-        BinaryFacet facet;
-        facet.numbers = {x / length, y / length, z / length};
-        for (std::size_t i = 3; i < 12; ++i)
-            facet.numbers[i] = facet.numbers[i % 3] * 100.0F + m_part(m_random) * 0.5F;
-        return facet;
-    }
-
-private:
-    std::mt19937_64 m_random{20240917};
-    std::uniform_real_distribution<float> m_part{-1.0F, 1.0F};
-};
 
 void load(StlMesh &mesh, const std::string &path)
 {
@@ -46,7 +25,7 @@ void load(StlMesh &mesh, const std::string &path)
 
 void writeBall(const std::string &path, int facets)
 {
-    Ball ball;
+    BallFacets ball;
     std::FILE *out = std::fopen(path.c_str(), "wb");
     std::string bytes(80, 'b');
     appendLittleEndian(bytes, static_cast<std::uint32_t>(facets));
@@ -63,12 +42,18 @@ void writeBall(const std::string &path, int facets)
     std::fclose(out);
 }
 
-void convertToAscii(const std::string &binaryPath, const std::string &asciiPath)
+void writeMesh(const NamedShape &shape, int facets, const std::string &binary, const std::string &ascii)
 {
+    writeBinary(binary, facetsOf(shape.shape, facets));
     StlMesh mesh;
-    load(mesh, binaryPath);
-    stl_write_ascii(mesh, asciiPath.c_str());
+    load(mesh, binary);
+    stl_write_ascii(mesh, ascii.c_str());
     stl_release_facets(mesh);
+}
+
+int facetsInBinary(const std::string &path)
+{
+    return static_cast<int>((std::filesystem::file_size(path) - 84) / 50);
 }
 
 bool runEngine(const TransformParameters &p, const std::string &input, const std::string &output)
@@ -100,6 +85,8 @@ TransformParameters scaleAndOffset()
     return p;
 }
 
+namespace {
+
 TransformParameters rotation()
 {
     TransformParameters p = scaleAndOffset();
@@ -118,3 +105,9 @@ TransformParameters originAndLength()
     p.xLength = 100.0;
     return p;
 }
+
+} // namespace
+
+const std::vector<BenchOptions> benchOptions = {{"scale and offset", scaleAndOffset(), 0},
+                                                {"and rotation", rotation(), 0},
+                                                {"origin and length", originAndLength(), 2}};

@@ -59,18 +59,10 @@ private:
 
 std::vector<BinaryFacet> ball(int facets)
 {
-    std::mt19937_64 random(20240917);
-    std::uniform_real_distribution<float> part(-1.0F, 1.0F);
+    BallFacets ball;
     std::vector<BinaryFacet> list(static_cast<std::size_t>(facets));
-    for (BinaryFacet &facet : list) {
-        const float x = part(random);
-        const float y = part(random);
-        const float z = part(random);
-        const float length = std::sqrt(x * x + y * y + z * z) + 1e-6F;
-        facet.numbers = {x / length, y / length, z / length};
-        for (std::size_t i = 3; i < 12; ++i)
-            facet.numbers[i] = facet.numbers[i % 3] * 100.0F + part(random) * 0.5F;
-    }
+    for (BinaryFacet &facet : list)
+        facet = ball.next();
     return list;
 }
 
@@ -270,12 +262,25 @@ std::vector<BinaryFacet> surface(int facets)
 
 } // namespace
 
-const std::vector<NamedShape> benchShapes = {{"ball", BenchShape::ball},
-                                             {"torus", BenchShape::torus},
-                                             {"torus, shuffled", BenchShape::shuffledTorus},
-                                             {"triangles", BenchShape::triangles},
-                                             {"part", BenchShape::part},
-                                             {"marching cubes", BenchShape::surface}};
+BinaryFacet BallFacets::next()
+{
+    const float x = m_part(m_random);
+    const float y = m_part(m_random);
+    const float z = m_part(m_random);
+    const float length = std::sqrt(x * x + y * y + z * z) + 1e-6F;
+    BinaryFacet facet;
+    facet.numbers = {x / length, y / length, z / length};
+    for (std::size_t i = 3; i < 12; ++i)
+        facet.numbers[i] = facet.numbers[i % 3] * 100.0F + m_part(m_random) * 0.5F;
+    return facet;
+}
+
+const std::vector<NamedShape> benchShapes = {{"ball", BenchShape::ball, false},
+                                             {"torus", BenchShape::torus, true},
+                                             {"torus, shuffled", BenchShape::shuffledTorus, false},
+                                             {"triangles", BenchShape::triangles, false},
+                                             {"part", BenchShape::part, true},
+                                             {"marching cubes", BenchShape::surface, true}};
 
 std::vector<BinaryFacet> facetsOf(BenchShape shape, int facets)
 {

@@ -1,6 +1,7 @@
 #include "benchmarks/CpuTime.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -48,4 +49,21 @@ Usage usageOf(const std::function<void()> &work)
     result.systemSeconds = seconds(usage.ru_stime);
     result.peakBytes = 1024.0 * static_cast<double>(usage.ru_maxrss);
     return result;
+}
+
+void measureInTurn(std::vector<Contestant> &contestants, int rounds)
+{
+    for (int round = 0; round < rounds; ++round) {
+        for (Contestant &contestant : contestants) {
+            if (round % contestant.step != 0)
+                continue;
+            const Usage usage = usageOf(contestant.work);
+            if (!usage.succeeded) {
+                std::fputs("A measured process failed.\n", stderr);
+                std::exit(EXIT_FAILURE);
+            }
+            if (round == 0 || usage.cpuSeconds < contestant.least.cpuSeconds)
+                contestant.least = usage;
+        }
+    }
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 // User and system seconds of this process so far.
 double cpuSeconds();
@@ -14,6 +15,17 @@ struct Usage {
     double cpuSeconds = 0.0;
     double systemSeconds = 0.0; // the part of them spent in the kernel
     double peakBytes = 0.0;     // resident memory
-    bool succeeded = false;
+    bool succeeded = false;     // the process ended with status 0
 };
 Usage usageOf(const std::function<void()> &work);
+
+// One of several ways to do a job.
+struct Contestant {
+    std::function<void()> work;
+    int step = 1; // 1: takes part in each round, 2: in every second one
+    Usage least;  // of the round that took the least processor time
+};
+
+// Lets them work in turn, each time in a process of its own, and fills in `least`. Ends the program if one of
+// them fails. Needs at least one round.
+void measureInTurn(std::vector<Contestant> &contestants, int rounds);

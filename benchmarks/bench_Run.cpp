@@ -1,5 +1,6 @@
-// Times a whole run, from the STL file to the transformed file, alternating with two others: the plain
-// standard-I/O twin, and code that only moves the same bytes. Compares the outputs of run and twin.
+// Times whole runs, from the STL file to the transformed file, over each mesh as a binary and as an ASCII
+// file. They alternate with two others: a process that only moves the same bytes, and, over the ordered
+// meshes, the plain standard-I/O twin. The outputs of run and twin must be equal.
 //
 //   bench_Run [facets [rounds]]
 
@@ -11,7 +12,6 @@
 #include "tests/support/TextFile.h"
 #include "transform/RunFiles.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -20,11 +20,15 @@
 
 namespace {
 
-struct Case {
-    const char *options;
-    TransformParameters parameters;
-    int scans; // of the temporary file before it is transformed
+constexpr int twinStep = 4; // the twin is slow, and steady enough to be timed less often
+
+struct Input {
+    const char *kind;
+    const char *path;
+    int readings; // of the file: the lines of ASCII are counted first
 };
+
+constexpr Input inputs[] = {{"binary", "binary.stl", 1}, {"ASCII", "ascii.stl", 2}};
 
 void runPlainTwin(const TransformParameters &p, const std::string &input, const std::string &output)
 {
@@ -56,38 +60,66 @@ void runPlainTwin(const TransformParameters &p, const std::string &input, const 
     std::remove(temporaryFileName);
 }
 
-class RunBenchmark {
-public:
-    RunBenchmark(int rounds, std::uintmax_t temporarySize)
-        : m_rounds(rounds),
-          m_temporarySize(temporarySize)
-    {}
+void require(bool condition, const char *what)
+{
+    if (condition)
+        return;
+    std::fprintf(stderr, "bench_Run: %s\n", what);
+    std::exit(EXIT_FAILURE);
+}
 
-    // False if the outputs differ.
-    bool run(const std::string &input, int readings, const Case &c)
-    {
-        double engine = 1e9;
-        double plain = 1e9;
-        double move = 1e9;
-        for (int round = 0; round < m_rounds; ++round) {
-            engine = std::min(engine, cpuSecondsOf([&] { runEngine(c.parameters, input, "engine.out"); }));
-            move = std::min(move,
-                            cpuSecondsOf([&] { m_mover.move(input, readings, c.scans, m_temporarySize); }));
-            if (round % 4 == 0) // slow, and steady enough to be timed less often
-                plain =
-                    std::min(plain, cpuSecondsOf([&] { runPlainTwin(c.parameters, input, "plain.out"); }));
-        }
-        const bool same = readBytes("engine.out") == readBytes("plain.out");
-        std::printf("| %s | %s | %.3f | %.2f | %.3f | %.1f | %.2f |%s\n", input.c_str(), c.options, engine,
-                    plain, move, plain / engine, engine / move, same ? "" : " OUTPUTS DIFFER");
-        return same;
+void makeMesh(const NamedShape &shape, int facets)
+{
+    // In a process of its own, for the heap of this one is that of every process it measures.
+    require(usageOf([&] { writeMesh(shape, facets, inputs[0].path, inputs[1].path); }).succeeded,
+            "no mesh was written");
+}
+
+bool haveEqualBytes(const char *one, const char *other)
+{
+    return usageOf([&] {
+               if (readBytes(one) != readBytes(other))
+                   std::_Exit(EXIT_FAILURE);
+           })
+        .succeeded;
+}
+
+void printRow(const NamedShape &shape, const Input &input, const BenchOptions &options, int rounds)
+{
+    // As large as the temporary file, which is written as an ASCII file is.
+    const auto temporarySize = std::filesystem::file_size(inputs[1].path);
+    std::vector<Contestant> contestants(2);
+    contestants[0].work = [&] {
+        if (!runEngine(options.parameters, input.path, "run.out"))
+            std::_Exit(EXIT_FAILURE);
+    };
+    contestants[1].work = [&] { ByteMover().move(input.path, input.readings, options.scans, temporarySize); };
+    if (shape.isOrdered)
+        contestants.push_back(
+            {[&] { runPlainTwin(options.parameters, input.path, "plain.out"); }, twinStep, {}});
+    measureInTurn(contestants, rounds);
+    require(std::filesystem::file_size("run.out") == std::filesystem::file_size("moved.out"),
+            "not as many bytes were moved as the run wrote");
+    require(!shape.isOrdered || haveEqualBytes("run.out", "plain.out"), "run and plain twin differ");
+
+    const double millions = 1e-6 * facetsInBinary(inputs[0].path);
+    const auto printSplit = [millions](const Usage &usage) {
+        std::printf("| %.3f + %.3f ", (usage.cpuSeconds - usage.systemSeconds) / millions,
+                    usage.systemSeconds / millions);
+    };
+    const double run = contestants[0].least.cpuSeconds;
+    std::printf("| %s | %s | %s ", shape.name, input.kind, options.name);
+    printSplit(contestants[0].least);
+    printSplit(contestants[1].least);
+    std::printf("| %.2f ", run / contestants[1].least.cpuSeconds);
+    if (shape.isOrdered) {
+        const double plain = contestants[2].least.cpuSeconds;
+        std::printf("| %.2f | %.1f |\n", plain / millions, plain / run);
+    } else {
+        std::printf("| | |\n");
     }
-
-private:
-    int m_rounds;
-    std::uintmax_t m_temporarySize;
-    ByteMover m_mover;
-};
+    std::fflush(stdout);
+}
 
 } // namespace
 
@@ -96,21 +128,17 @@ int main(int argc, char **argv)
     const int facets = argc > 1 ? std::atoi(argv[1]) : 1000000;
     const int rounds = argc > 2 ? std::atoi(argv[2]) : 5;
     const TemporaryFolder folder;
-    writeBall("binary.stl", facets);
-    convertToAscii("binary.stl", "ascii.stl");
-
-    const Case cases[] = {{"scale and offset", scaleAndOffset(), 0},
-                          {"and rotation", rotation(), 0},
-                          {"origin and length", originAndLength(), 2}};
-    std::printf("%d facets; CPU seconds, least of %d alternating rounds.\n\n", facets, rounds);
-    std::printf("| input | options | run | plain twin | moving bytes | plain / run | run / moving "
-                "|\n|---|---|---|---|---|---|---|\n");
-    RunBenchmark benchmark(rounds,
-                           std::filesystem::file_size("ascii.stl")); // as large as the temporary file
-    bool same = true;
-    for (const Case &c : cases)
-        same = benchmark.run("binary.stl", 1, c) && same;
-    for (const Case &c : cases)
-        same = benchmark.run("ascii.stl", 2, c) && same;
-    return same ? EXIT_SUCCESS : EXIT_FAILURE;
+    std::printf("CPU seconds per million facets, user + system; meshes of %d facets; least of %d alternating "
+                "rounds, of %d for the plain twin.\n\n"
+                "| mesh | input | options | run | moving bytes | run / moving | plain twin | plain / run |\n"
+                "|---|---|---|---|---|---|---|---|\n",
+                facets, rounds, (rounds + twinStep - 1) / twinStep);
+    for (const NamedShape &shape : benchShapes) {
+        makeMesh(shape, facets);
+        for (const Input &input : inputs) {
+            for (const BenchOptions &options : benchOptions)
+                printRow(shape, input, options, rounds);
+        }
+    }
+    return EXIT_SUCCESS;
 }
