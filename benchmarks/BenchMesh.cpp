@@ -42,9 +42,8 @@ void writeBall(const std::string &path, int facets)
     std::fclose(out);
 }
 
-void writeMesh(const NamedShape &shape, int facets, const std::string &binary, const std::string &ascii)
+void writeAsciiCopy(const std::string &binary, const std::string &ascii)
 {
-    writeBinary(binary, facetsOf(shape.shape, facets));
     StlMesh mesh;
     load(mesh, binary);
     stl_write_ascii(mesh, ascii.c_str());

@@ -10,8 +10,8 @@
 // Writes a binary file of the ball, of any size: facet by facet, so that it is never in memory.
 void writeBall(const std::string &path, int facets);
 
-// Writes the same mesh twice: as a binary file, and as the program itself writes ASCII files.
-void writeMesh(const NamedShape &shape, int facets, const std::string &binary, const std::string &ascii);
+// Writes the mesh of a binary file as the program itself writes ASCII files.
+void writeAsciiCopy(const std::string &binary, const std::string &ascii);
 
 int facetsInBinary(const std::string &path);
 

@@ -69,7 +69,8 @@ int main(int argc, char **argv)
                 facets, rounds);
     bool same = true;
     for (const NamedShape &shape : benchShapes) {
-        writeMesh(shape, facets, "binary.stl", "ascii.stl");
+        writeBinary("binary.stl", facetsOf(shape.shape, facets));
+        writeAsciiCopy("binary.stl", "ascii.stl");
         for (const char *input : {"binary.stl", "ascii.stl"}) {
             for (std::size_t options = 0; options < benchOptions.size(); ++options)
                 same = printRow(shape, input, options, versions, rounds) && same;

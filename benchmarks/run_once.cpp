@@ -1,8 +1,8 @@
 // One run of the engine in a process of its own, for tools that look at a whole process (valgrind, perf) and
 // for comparing two versions of the program.
 //
-//   run_once make SHAPE FACETS BINARY ASCII     writes a mesh of benchShapes as two files
-//   run_once run INPUT OPTIONS OUTPUT           OPTIONS: the index of a row of benchOptions
+//   run_once make SHAPE FACETS BINARY [ASCII]     writes a mesh of benchShapes as one file or two
+//   run_once run INPUT OPTIONS OUTPUT             OPTIONS: the index of a row of benchOptions
 
 #include "benchmarks/BenchMesh.h"
 
@@ -13,10 +13,12 @@
 int main(int argc, char **argv)
 {
     const std::string what = argc > 1 ? argv[1] : "";
-    if (what == "make" && argc == 6) {
+    if (what == "make" && (argc == 5 || argc == 6)) {
         for (const NamedShape &shape : benchShapes) {
             if (shape.name == std::string(argv[2])) {
-                writeMesh(shape, std::atoi(argv[3]), argv[4], argv[5]);
+                writeBinary(argv[4], facetsOf(shape.shape, std::atoi(argv[3])));
+                if (argc == 6)
+                    writeAsciiCopy(argv[4], argv[5]);
                 return EXIT_SUCCESS;
             }
         }
@@ -25,6 +27,6 @@ int main(int argc, char **argv)
         const auto options = static_cast<std::size_t>(std::atoi(argv[3]));
         return runEngine(benchOptions.at(options).parameters, argv[2], argv[4]) ? EXIT_SUCCESS : EXIT_FAILURE;
     }
-    std::fputs("usage: run_once make SHAPE FACETS BINARY ASCII | run INPUT OPTIONS OUTPUT\n", stderr);
+    std::fputs("usage: run_once make SHAPE FACETS BINARY [ASCII] | run INPUT OPTIONS OUTPUT\n", stderr);
     return 2;
 }
