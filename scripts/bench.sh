@@ -1,8 +1,11 @@
 #!/usr/bin/env bash
-# Builds and runs the benchmarks, and writes each table into docs/performance.md between its markers:
-#   scripts/bench.sh [--only section] [--page file] [largest number of facets]
-# The number is for the section "growth": a million unless given. The largest possible mesh, 42949671 facets, needs
-# 27 GB of disk space and a quarter of an hour.
+# Builds and runs the benchmarks, and writes each table into docs/performance.md between its markers, with charts
+# beside it in images/:
+#   scripts/bench.sh [--only section | --against commit] [--page file] [number of facets]
+# With --against it compares only runs of this version with those of an older commit, in the same rounds.
+# Meshes have a million facets unless a number is given; only the section "growth" follows it beyond a million. The
+# largest possible mesh, 42949671 facets, needs 27 GB of disk space and a quarter of an hour. The section "run" takes
+# ten minutes, most of it for the plain twin. "instructions" always counts over 200000 facets.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -11,13 +14,14 @@ source "$root/scripts/lib/packages.sh"
 # shellcheck source=scripts/lib/virtual-display.sh
 source "$root/scripts/lib/virtual-display.sh"
 
-all_sections=(kernels run growth window start-up start-up-without-opengl)
+all_sections=(kernels run instructions growth window start-up start-up-without-opengl)
 sections=("${all_sections[@]}")
 page=$root/docs/performance.md
 facets=1000000
+older=
 
 end_with_usage() {
-    sed -n '3s/^# *//p' "${BASH_SOURCE[0]}" >&2
+    sed -n '4s/^# *//p' "${BASH_SOURCE[0]}" >&2
     echo "sections: ${all_sections[*]}" >&2
     exit 2
 }
@@ -27,6 +31,11 @@ while (($# > 0)); do
     --only)
         [[ " ${all_sections[*]} " == *" ${2-} "* ]] || end_with_usage
         sections=("$2")
+        shift 2
+        ;;
+    --against)
+        older=$(git -C "$root" rev-parse --verify --quiet --short "${2-}^{commit}") || end_with_usage
+        sections=(against)
         shift 2
         ;;
     --page)
@@ -41,6 +50,7 @@ while (($# > 0)); do
     esac
 done
 
+facets_of_a_run=$((facets < 1000000 ? facets : 1000000))
 programs=$root/build/bench/benchmarks
 folder=$(mktemp -d)
 trap 'stop_virtual_display; rm -rf "$folder"' EXIT
@@ -51,12 +61,36 @@ bench_start_up() {
     "$@" "$programs/bench_StartUp"
 }
 
+# build_older_version commit: leaves its engine under today's run_once in build/against.
+build_older_version() {
+    local source=$root/build/against/$1
+    rm -rf "$source"
+    mkdir -p "$source"
+    git archive "$1" | tar --extract --directory="$source"
+    cp benchmarks/{BenchMesh,BenchShapes,run_once}.* "$source/benchmarks"
+    cat >>"$source/benchmarks/CMakeLists.txt" <<'END'
+add_executable(older_run_once run_once.cpp BenchMesh.cpp BenchShapes.cpp)
+target_include_directories(older_run_once PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(older_run_once PRIVATE meshvane_transform meshvane_test_support)
+meshvane_own_code(older_run_once)
+END
+    (cd "$source" && cmake --preset bench && cmake --build --preset bench --target older_run_once) >&2
+}
+
+compare_with_older_version() {
+    echo "The older version is commit $older."
+    "$programs/bench_Against" "$programs/run_once" \
+        "$root/build/against/$older/build/bench/benchmarks/older_run_once" "$facets_of_a_run"
+}
+
 run_section() {
     case $1 in
     kernels) "$programs/bench_NumberText" ;;
-    run) "$programs/bench_Run" ;;
+    run) "$programs/bench_Run" "$facets_of_a_run" ;;
+    against) compare_with_older_version ;;
+    instructions) scripts/instructions.sh ;;
     growth) "$programs/bench_Growth" "$facets" ;;
-    window) "$programs/bench_Window" ;;
+    window) "$programs/bench_Window" "$facets_of_a_run" ;;
     start-up) bench_start_up env --unset=QT_XCB_GL_INTEGRATION ;; # as a desktop starts it
     start-up-without-opengl) bench_start_up env QT_XCB_GL_INTEGRATION=none ;;
     esac
@@ -92,14 +126,27 @@ write_section() {
     cat "$folder/page" >"$page"
 }
 
+# draw_chart section table: writes its chart and prints the line that shows it; nothing for sections without one.
+draw_chart() {
+    local -A subjects=([run]="Seconds per million facets" [growth]="Cost against size")
+    [[ -n ${subjects[$1]-} ]] || return 0
+    local images
+    images=$(dirname "$page")/images
+    mkdir -p "$images"
+    scripts/charts.py "$1" <"$2" >"$images/bench-$1.svg"
+    printf '![%s](images/bench-%s.svg)\n\n' "${subjects[$1]}" "$1"
+}
+
 install_missing_packages "${PACKAGES_TO_BENCHMARK[@]}"
 cd "$root"
 cmake --preset bench
 cmake --build --preset bench
+[[ -z $older ]] || build_older_version "$older"
 for section in "${sections[@]}"; do
     printf '\n## %s\n\n' "$section"
     run_section "$section" >"$folder/table"
     cat "$folder/table"
-    { conditions && echo && cat "$folder/table"; } >"$folder/text"
+    draw_chart "$section" "$folder/table" >"$folder/chart"
+    { conditions && echo && cat "$folder/chart" "$folder/table"; } >"$folder/text"
     write_section "$section" "$folder/text"
 done
