@@ -141,8 +141,10 @@ std::vector<BinaryFacet> part(int facets)
 {
     FacetList list(facets);
     for (int i = 0; !list.isFull(); ++i) {
-        const float x = 10.0F * static_cast<float>(i % 50);
-        const float y = 10.0F * static_cast<float>(i / 50);
+        const int column = i % 50;
+        const int row = i / 50;
+        const float x = 10.0F * static_cast<float>(column);
+        const float y = 10.0F * static_cast<float>(row);
         addBox(list, {x, y, 0.0F}, {x + 8.5F, y + 9.25F, 2.5F});
         addCylinder(list, {x + 4.25F, y + 4.625F, 2.5F}, 3.2F, 6.4F, 24 + 8 * (i % 4));
     }
