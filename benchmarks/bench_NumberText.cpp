@@ -1,6 +1,7 @@
 // Compares the number kernels with the C and the C++ library on numbers such as meshes hold. Checks first
 // that all of them agree on every number, and ends with a table of ratios.
 
+#include "stl/StlCommonFacet.h"
 #include "stl/StlFixedNumber.h"
 #include "stl/StlNumberText.h"
 
@@ -16,7 +17,7 @@
 namespace {
 
 constexpr std::size_t count = std::size_t{12} * 4096;
-constexpr std::size_t textSize = 16; // the fixed form and a terminating zero
+constexpr std::size_t textSize = stlFixedNumberRoom; // the fixed form and a blank or a terminating zero
 
 std::vector<double> widenedFloats()
 {
@@ -82,21 +83,16 @@ void writeOneByKernel(benchmark::State &state)
     }
 }
 
-// As a facet is written: twelve numbers are rounded, then twelve are formatted.
+// As a facet is written: point by point.
 void writeByKernel(benchmark::State &state)
 {
-    char text[12 * textSize];
+    char text[stlCommonPointSize];
     benchmark::DoNotOptimize(&text); // as if somebody read it
     for (auto _ : state) {
         const std::vector<double> &numbers = numbersOf(state);
-        for (std::size_t i = 0; i < numbers.size(); i += 12) {
-            StlFixedDigits rounded[12];
-            bool all = true;
-            for (std::size_t k = 0; k < 12; ++k)
-                all = stlRoundFixedNumber(numbers[i + k], rounded[k]) && all;
-            benchmark::DoNotOptimize(all);
-            for (std::size_t k = 0; k < 12; ++k)
-                stlPutFixedNumber(text + k * textSize, rounded[k]);
+        for (std::size_t i = 0; i < numbers.size(); i += 3) {
+            const double point[3] = {numbers[i], numbers[i + 1], numbers[i + 2]};
+            benchmark::DoNotOptimize(stlWriteCommonPoint(text, point));
             benchmark::ClobberMemory();
         }
     }
@@ -195,7 +191,8 @@ int declinedAmong(const std::vector<double> &numbers)
         double read = 0.0;
         double expectedRead = 0.0;
         std::sscanf(expected, "%lf", &expectedRead);
-        if (std::string(text) != expected || (stlReadFixedNumber(text, read) && read != expectedRead)) {
+        if (std::string(text, stlFixedNumberSize) != expected ||
+            (stlReadFixedNumber(text, read) && read != expectedRead)) {
             std::printf("the kernels disagree with the C library about %a\n", number);
             std::exit(EXIT_FAILURE);
         }
