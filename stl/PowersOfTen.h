@@ -4,7 +4,7 @@
 // fits in 64 bits, and truncated elsewhere, so that mantissa <= true mantissa < mantissa + 1.
 //
 // Derivation, at compile time: positive powers by multiplying an exact big integer by ten; negative ones from
-// floor(2^bits / 10^n), made by dividing by ten again and again, which is exact because
+// floor(2^bits / 10^n), made by dividing by ten repeatedly, which is exact because
 // floor(floor(a / 10) / 10) = floor(a / 100). The leading 64 bits of either are the truncated mantissa.
 #pragma once
 
@@ -16,7 +16,7 @@ constexpr int smallestPowerOfTen = -110;
 constexpr int largestPowerOfTen = 110;
 constexpr int largestExactPowerOfTen = 27;
 
-// floor(log2(10^n)), for the table's range and some more: 108853 / 2^15 is log2(10) from above by 2e-6.
+// floor(log2(10^n)), for the table's range and a little beyond: 217706 / 2^16 exceeds log2(10) by 2e-6.
 constexpr int binaryExponentOfPowerOfTen(int n) { return (n * 217706) >> 16; }
 
 // floor(log10(2^e)), for |e| up to 500.
@@ -58,7 +58,7 @@ constexpr std::uint64_t leadingBits(const BigInteger &number)
     std::size_t top = number.size() - 1;
     while (number[top] == 0)
         --top;
-    // Limbs below the first wrap around to an index that limbOrZero answers with zero.
+    // An index below the first limb wraps around, and limbOrZero returns zero for it.
     std::uint64_t bits = limbOrZero(number, top) << 32U | limbOrZero(number, top - 1);
     std::uint64_t next = limbOrZero(number, top - 2) << 32U;
     while ((bits >> 63U) == 0) {

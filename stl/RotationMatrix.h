@@ -1,11 +1,11 @@
-// A rotation about one coordinate axis, or the mark that there is none.
+// A rotation about one coordinate axis, or the marker that there is none.
 #pragma once
 
 #include "stl/SettledNumber.h"
 
-// Three rows of three. The top-left element is the only switch: up to 1.0 the matrix is applied, the marker
-// 999.0 says that it is not in use. A NaN there (an angle that is infinite or not a number) compares false
-// and so switches the rotation off, too.
+// Three rows of three. The top-left element is the only switch: up to 1.0 the matrix is applied, unusedMarker
+// says that it is not in use. Deliberate: a NaN there (from an angle that is infinite or not a number)
+// compares false, so it switches the rotation off, too.
 struct RotationMatrix {
     static constexpr double unusedMarker = 999.0;
 
@@ -20,7 +20,7 @@ struct RotationMatrix {
     void apply(double &x, double &y, double &z) const;
     void apply(SettledNumber &x, SettledNumber &y, SettledNumber &z) const;
 
-    // Angles in radians. Each fills a matrix that is in use.
+    // Angles are in radians. Every finite angle gives a matrix that is in use.
     static RotationMatrix aboutX(double angle);
     static RotationMatrix aboutY(double angle); // positive angles turn +X towards +Z
     static RotationMatrix aboutZ(double angle);

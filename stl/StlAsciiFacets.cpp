@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t ordinaryFacetSize = 1024;
 
-// Fills `point` only if all three numbers are answered.
+// Changes `point` only if none of the three numbers is declined.
 bool readCommonPoint(const char *text, StlVertex &point)
 {
     double numbers[3];
@@ -108,7 +108,7 @@ void StlAsciiFacetReader::skipLabelLine()
     }
 }
 
-// The form in which this program and many others write.
+// The form that this program and many others write.
 bool StlAsciiFacetReader::readCommon(std::string_view text, StlFacet &facet)
 {
     const std::size_t lineFeed = text.front() == '\n' ? 1 : 0; // of the facet before

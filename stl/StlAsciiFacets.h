@@ -16,7 +16,7 @@
 // leaves the stream where fscanf would have.
 class StlAsciiFacetReader {
 public:
-    // The stream stands at its start; the label line is skipped.
+    // Skips the label line. The stream must be at its start.
     explicit StlAsciiFacetReader(std::FILE *file);
 
     // A number that does not convert keeps its value, as do those after it on the same line.

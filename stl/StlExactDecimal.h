@@ -51,7 +51,7 @@ inline bool stlScaleExactly(std::uint64_t digits, int exponent, double &value)
 
 // The float nearest to a decimal number, from the double nearest to it. They agree unless the double lies
 // exactly between two floats: then the decimal number may have been on either side of it. A float has 29 bits
-// fewer, so such a double has a one and 28 zeros there. Subnormal floats have fewer bits yet and are
+// fewer, so such a double has a one and 28 zeros there. Subnormal floats have even fewer bits and are
 // declined, as are numbers beyond the largest float.
 inline bool stlRoundToFloat(double exact, float &value)
 {

@@ -9,7 +9,7 @@ namespace {
 
 enum class Role { vertex, other };
 
-// Whether a message starts with a line feed, for the scanning and the applying pass.
+// What a message starts with in each pass: a line feed or nothing.
 struct Leads {
     const char *scan;
     const char *apply;

@@ -1,12 +1,12 @@
-// The grammar of the temporary ASCII file, walked once for both passes: a label line, then seven lines a
-// facet until an "endsolid" line or the end of the file.
+// The grammar of the temporary ASCII file, walked once for both passes: a label line, then seven lines
+// per facet until an "endsolid" line or the end of the file.
 #pragma once
 
 #include "stl/StlLines.h"
 
 #include <string_view>
 
-// The passes' messages differ in their leading line feeds; users' scripts and logs know both forms.
+// The passes' messages differ in their leading line feeds; users' scripts rely on both forms.
 enum class StlPassKind { scan, apply };
 
 // What a pass does with the lines, in the order of the file. Lines come without their line ends.
@@ -18,8 +18,8 @@ public:
     virtual void vertexLine(StlWords &numbers) = 0;                       // the words after "vertex"
     virtual void otherLine(std::string_view line) = 0; // outer, endloop, endfacet, endsolid
 
-    // Takes a facet of the common form (StlCommonFacet) as a whole, to the effect that its seven lines would
-    // have, or declines and does nothing. Gets stlCommonFacetSize bytes of any content.
+    // Takes a facet of the common form (StlCommonFacet) as a whole, with the effect that its seven lines
+    // would have, or declines and does nothing. Gets stlCommonFacetSize bytes, which may be anything.
     virtual bool commonFacet(const char *text) = 0;
 };
 

@@ -1,4 +1,5 @@
-// The one door out of the process: unreadable input and a temporary file that cannot be created end it.
+// Ends the process, for input that cannot be read and a temporary file that cannot be created. Nothing else
+// calls exit.
 #pragma once
 
 #include <string>

@@ -1,7 +1,7 @@
-// Sizes that every reader of mesh text agrees on.
+// Sizes on which all readers of mesh text agree.
 #pragma once
 
-// A line is what fgets with room for this many characters reads: a longer one arrives in pieces of 999
+// A line is what fgets reads into this many characters: a longer one arrives in pieces of stlLongestLine
 // characters, and each piece counts as a line.
 constexpr int stlLineCapacity = 1000;
 constexpr int stlLongestLine = stlLineCapacity - 1;

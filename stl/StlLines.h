@@ -53,7 +53,8 @@ private:
     bool m_ranOut = false; // next() has found no line
 };
 
-// Hands out the words of a line. Only the space character separates words: a tab belongs to its word.
+// Hands out the words of a line. Deliberate: only the space character separates words, so a tab belongs to
+// its word.
 class StlWords {
 public:
     explicit StlWords(std::string_view line)
@@ -67,6 +68,6 @@ private:
     std::string_view m_rest;
 };
 
-// Reads the next three words into x, y and z. The first word that is not a number ends it: that value and the
-// ones after it keep what they held.
+// Reads the next three words into x, y and z. Reading ends at the first word that is not a number: that value
+// and the ones after it keep what they held.
 void stlReadPoint(StlWords &words, double &x, double &y, double &z);

@@ -1,4 +1,4 @@
-// The mesh as it lies in memory: records only. StlReader fills them, StlWriter writes them out.
+// The mesh in memory: records only. StlReader fills them, StlWriter writes them out.
 #pragma once
 
 #include <cstdint>
@@ -28,12 +28,12 @@ struct StlStats {
     StlVertex min;
     StlVertex size; // max - min
     float boundingDiameter = 0.0F;
-    float firstEdgeExtent = 0.0F;       // largest per-axis step from corner 0 to 1 of the first facet; unread
+    float firstEdgeExtent = 0.0F;       // largest per-axis step from corner 0 to 1 of the first facet; unused
     std::int32_t initialFacetCount = 0; // as found by stl_initialize
     std::int32_t allocatedFacetCount = 0; // as made by stl_allocate_facets
 };
 
-// Reserved: one zero-filled entry a facet, which nothing fills or reads.
+// Reserved: one zero-filled entry per facet, which nothing fills or reads.
 struct StlAuxEntry {
     std::int32_t reserved = 0;
 };

@@ -7,7 +7,7 @@
 
 #include <cstdio>
 
-// Messages that several places give.
+// Messages that are given in several places.
 inline constexpr char stlReadErrorMessage[] = "\nError reading stl file\n";
 inline constexpr char stlWriteErrorMessage[] = "\nError writing stl file\n";
 

@@ -5,7 +5,7 @@
 #include <string_view>
 
 // Walks over a piece of text whose continuation is unknown: a word or number that reaches its end is
-// declined. After anything was declined, the scanner is of no further use.
+// declined. Once anything has been declined, only ranOut() may still be called.
 class StlPlainScanner {
 public:
     explicit StlPlainScanner(std::string_view text)

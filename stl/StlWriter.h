@@ -8,5 +8,5 @@
 // error if the file cannot be opened. A failed write is not reported; see stl_write_ascii_checked.
 void stl_write_ascii(const StlMesh &mesh, const char *path);
 
-// The same, but tells whether every byte reached the file.
+// The same, but returns whether every byte reached the file.
 bool stl_write_ascii_checked(const StlMesh &mesh, const char *path);

@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <memory>
 
-// What a stream passes on in one go: it reads and writes whole pages straight from and to the caller's
-// memory, while a remainder goes through the stream's own buffer.
+// A stream reads and writes whole pages directly from and to the caller's memory; a remainder goes through
+// its own buffer.
 constexpr std::size_t streamPageSize = 4096;
 
 // A stream that closes itself.

@@ -12,8 +12,8 @@ namespace {
 // Deliberate: not the full-precision pi / 180. Outputs of earlier runs are compared byte for byte.
 constexpr double radiansPerDegree = 0.017453293;
 
-// Leaves the file opened anew, for the next pass. A null stream (the file is gone) counts as one without a
-// first line there.
+// Opens the file again for the next pass. If it is gone, the stream is null, which that pass treats as an
+// empty file.
 int scanExtents(MeshTransformer &t, char *message, Stream &input)
 {
     if (stl_scan_extents(message, input.get(), &t.xMin, &t.xMax, &t.yMin, &t.yMax, &t.zMin, &t.zMax) != 0)
@@ -33,7 +33,7 @@ void buildRotation(MeshTransformer &t, RotationMatrix &matrix, RotationMatrix (*
     matrix = about(t.angle);
 }
 
-// The smallest coordinate of one axis comes to lie on zero before it is scaled.
+// The smallest coordinate of one axis is moved to zero before scaling.
 struct OriginOption {
     int flag;
     double &offsetBefore;
@@ -48,7 +48,7 @@ void applyOrigins(std::initializer_list<OriginOption> options)
     }
 }
 
-// The scale of one axis becomes a wanted length divided by the axis's own.
+// The scale of one axis becomes the wanted length divided by the axis's own length.
 struct LengthOption {
     int flag;
     double &scale;

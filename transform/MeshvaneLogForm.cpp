@@ -49,6 +49,7 @@ void MeshvaneLogForm::addExitRow(QDialog *dialog)
 
 void MeshvaneLogForm::retranslateUi(QDialog *dialog)
 {
+    // Deliberate: the title is just "Dialog".
     dialog->setWindowTitle(QCoreApplication::translate("MeshvaneLog", "Dialog"));
     btnExit->setText(QCoreApplication::translate("MeshvaneLog", "Exit"));
 }

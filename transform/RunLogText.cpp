@@ -83,7 +83,7 @@ std::string runLogParameters(const TransformParameters &p)
                                       {p.zRotate, "rotateaboutz", p.zAngle}};
     const FlaggedValue lengths[] = {
         {p.xSetL, "xsetL", p.xLength}, {p.ySetL, "ysetL", p.yLength}, {p.zSetL, "zsetL", p.zLength}};
-    // Deliberate: all six same-length flags are logged by one text; readers of old logs know it as it is.
+    // Deliberate: all six same-length flags are logged with one text; readers of old logs know it as it is.
     constexpr const char *sameLength = "   xSamey\n";
     const Flag flags[] = {{p.xSet0, "   xSet0\n"}, {p.ySet0, "   ySet0\n"}, {p.zSet0, "   zSet0\n"},
                           {p.xSameY, sameLength},  {p.xSameZ, sameLength},  {p.ySameX, sameLength},

@@ -5,8 +5,8 @@
 
 #include <string>
 
-// Every piece of the log is a text of its own followed by one more line feed, so most lines are followed by
-// an empty one. Numbers have six decimals.
+// Deliberate: every piece of text is followed by one more line feed, so most lines are followed by an empty
+// one; readers of old logs know it as it is. Numbers have six decimals.
 std::string runLogHeader();
 std::string runLogParameters(const TransformParameters &parameters);
 

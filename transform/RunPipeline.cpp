@@ -46,7 +46,8 @@ void RunPipeline::runToTheEnd(const TransformParameters &parameters, const QStri
         m_reporter.error(stlWriteErrorMessage);
         return;
     }
-    Stream output = openOutput(outputPath); // created or emptied even if the preparation has failed
+    // Deliberate: the output is created or emptied even if the preparation has failed.
+    Stream output = openOutput(outputPath);
     if (input && output && transform(parameters, std::move(input), std::move(output)))
         finish(outputPath);
 }
@@ -145,7 +146,7 @@ void RunPipeline::closeLog()
 {
     if (!m_logFile)
         return;
-    // Closing reports no earlier failure.
+    // fclose does not report an earlier failed write.
     const bool complete = std::ferror(m_logFile.get()) == 0;
     if (std::fclose(m_logFile.release()) != 0 || !complete)
         m_reporter.error(QStringLiteral("Cannot close logfile \"%1\".\n").arg(logFileName));

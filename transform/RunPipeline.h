@@ -28,14 +28,14 @@ public:
     // the input cannot be read or has the wrong size, or if "_tmp_stl_" cannot be created.
     void run(const TransformParameters &parameters, const QString &inputPath, const QString &outputPath);
 
-    // True from the first run that opened its log, whatever has become of that log since.
+    // True once any run has opened its log, whatever has become of the log since.
     bool logWasOpened() const { return m_logWasOpened; }
 
 private:
     void runToTheEnd(const TransformParameters &parameters, const QString &inputPath,
                      const QString &outputPath);
 
-    // The steps of a run, in their order. Each reports its failure and answers false or null then.
+    // The steps of a run, in their order. Each reports its failure and then returns false or null.
     bool loadMesh(const QString &inputPath);
     Stream prepare(); // empties the log, opens the temporary file for reading, opens the log and heads it
     Stream openOutput(const QString &outputPath);
