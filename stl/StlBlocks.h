@@ -42,7 +42,7 @@ private:
     void readLine();
     void noteEnd();
 
-    // A whole block beside what is left of the one before.
+    // A whole block in addition to what is left of the previous one.
     static constexpr std::size_t capacity = blockSize + streamPageSize;
 
     std::FILE *m_in;

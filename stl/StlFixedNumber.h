@@ -2,8 +2,8 @@
 // point, eight digits, "E", a sign and two digits. "% .8E" and "%15.8E" both write it for zero and for every
 // number whose decimal exponent has two digits.
 //
-// The two kernels here are fast because they may decline: then nothing is said about the number, and
-// StlNumberText goes the exact way. They never guess.
+// The two kernels here are fast because they may decline a number, and StlNumberText then takes the exact
+// way. They never guess.
 #pragma once
 
 #include "stl/ByteOrder.h"
@@ -54,12 +54,12 @@ constexpr ExponentText makeExponentText(int exponent)
              static_cast<char>('0' + magnitude % 10), ' '}};
 }
 
-// The product of a number's mantissa and that of its scale has its point here, in the middle of the upper
+// Where the product of a number's mantissa and that of its scale has its point: in the middle of the upper
 // word.
 constexpr int pointOfProduct = 96;
 
 // What all numbers of one binary and one decimal exponent E share: the power of ten 10^k, k = 8 - E, that
-// brings them to nine digits before the point, as a mantissa by which that point comes to pointOfProduct.
+// gives them nine digits before the point, as a mantissa that puts this point at pointOfProduct.
 struct Scale {
     std::uint64_t mantissa; // truncated, unless it is exact
     ExponentText exponentText;
@@ -86,8 +86,8 @@ constexpr Scale makeScale(int binaryExponent, int exponent)
     return {kept, makeExponentText(exponent), static_cast<std::int8_t>(exponent), isExact};
 }
 
-// For one binary exponent e: the decade of 2^e and the next one, and where in [2^e, 2^(e+1)) that begins: the
-// mantissa of its power of ten, rounded up, or more than any mantissa if it begins later.
+// For one binary exponent e: the decade of 2^e and the next one, and where in [2^e, 2^(e+1)) the latter
+// begins: the mantissa of its power of ten, rounded up, or beyondAnyMantissa if it begins later.
 struct Decades {
     std::uint64_t nextBegins;
     Scale scales[2];
@@ -115,7 +115,7 @@ constexpr DecadeTable makeDecadeTable()
     return table;
 }
 
-// A table, because the multiplications that would give the same are on the critical path of every number.
+// A table, because multiplications instead of it would be on the critical path of every number.
 inline constexpr DecadeTable decadeTable = makeDecadeTable();
 
 inline const Scale &scaleOf(const BinaryParts &value)
@@ -159,8 +159,8 @@ inline Product128 multiply(std::uint64_t a, std::uint64_t b)
 // half and the lower word is zero.
 //
 // Otherwise the true product exceeds ours, but by less than the number's mantissa, which is less than one
-// unit of the upper word. So the 32 bits are right or too small by one. One half of them is more than one
-// half in truth, and is rounded up; one unit less may be anything from below one half to above it: this
+// unit of the upper word. So the 32 bits are right or too small by one. If they are one half, the true
+// fraction is more, and is rounded up; if they are one unit less, it may be below one half or above: this
 // happens once in 2^32 random numbers, and is declined.
 inline bool roundToNineDigits(std::uint64_t mantissa, const Scale &scale, std::uint32_t &nineDigits)
 {

@@ -42,7 +42,7 @@ public:
         m_isNew = true;
     }
 
-    // Sets the numbers if a corner was kept since the last call; true if so.
+    // Sets the numbers and returns true if a corner was kept since the last call.
     bool readInto(double (&numbers)[3])
     {
         const bool wasNew = m_isNew;
@@ -110,7 +110,7 @@ private:
 
     double *const (&m_min)[3];
     double *const (&m_max)[3];
-    double m_corner[3] = {0.0, 0.0, 0.0}; // a number that does not convert keeps the corner before
+    double m_corner[3] = {0.0, 0.0, 0.0}; // a number that does not convert keeps that of the previous corner
     LastCommonCorner m_lastCommon;
     StlPointMemory<StlPointText, Nothing> m_seen; // a corner seen before widens nothing
     Nothing m_nothing;

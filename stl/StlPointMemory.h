@@ -1,4 +1,4 @@
-// Points met lately and what was worked out for them.
+// Recent points and what was worked out for them.
 //
 // A corner of a closed mesh belongs to about six facets, most of them near each other in the file. Finding a
 // corner again costs a tenth of converting its three numbers. A memory answers only to exactly the same bytes
@@ -125,7 +125,7 @@ private:
 };
 
 // One slot for each hash value; a point replaces the one before in its slot. Where fewer than a quarter of a
-// sample of points are found, it rests for some thousand points and costs next to nothing.
+// sample of points are found, it rests for some thousands of points and costs next to nothing.
 template <typename Key, typename Value, unsigned slotBits = 9>
 class StlPointMemory {
 public:
@@ -133,8 +133,8 @@ public:
         : m_slots(new Slot[std::size_t{1} << slotBits]())
     {}
 
-    // Sets *out to what make() has worked out for the point: now, by setting *out, or before. False if make
-    // declines by returning false; *out then counts for nothing.
+    // Sets *out to what make() works out for the point, now or earlier; make() sets *out. False if make()
+    // declines by returning false; ignore *out then.
     template <typename Point, typename Out, typename Make>
     bool findOrMake(const Point &point, Out *out, Make &&make)
     {
@@ -180,7 +180,7 @@ private:
     int m_rest = 0;
 };
 
-// The same for the latest point alone.
+// The same for the latest point only.
 template <typename Key, typename Value>
 class StlLastPoint {
 public:

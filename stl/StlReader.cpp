@@ -24,14 +24,14 @@ constexpr int shortestCountedLine = 4; // characters besides the line feed
 // Deliberate: binary files of one, two or three facets are refused.
 constexpr std::int32_t smallestBinarySize = stlBinaryPreludeSize + 4 * stlBinaryFacetSize;
 
-// For errno as the failing call left it.
+// Gives the reason in errno, as the failing call left it.
 [[noreturn]] void endUnreadable(const char *path)
 {
     stlFatalWithSystemError(std::string("stl_initialize: Couldn't open ") + path + " for reading");
 }
 
-// For the error of a read, 0 if there was none. A directory is no error: fopen opens it, reading fails, and
-// so it counts as an empty file.
+// `error` is that of a read, or 0. Deliberate: a directory is no error; fopen opens it, reading fails, and so
+// it counts as an empty file.
 void endIfUnreadable(int error, const char *path)
 {
     if (error == 0 || error == EISDIR)
@@ -97,8 +97,8 @@ bool startsWithCommonLines(std::string_view text)
 }
 
 // One more than the number of line feeds that end a line of at least four characters, among the first `size`
-// characters of the text. Counts characters as nextTextCharacter returns them: a carriage return before a
-// line feed is none.
+// characters of the text. Characters are those that nextTextCharacter returns: a carriage return before a
+// line feed does not count.
 std::int32_t countLines(std::FILE *file, std::int32_t size, const char *path)
 {
     if (size <= 0)
@@ -121,7 +121,7 @@ std::int32_t countLines(std::FILE *file, std::int32_t size, const char *path)
         const std::size_t lineFeed = bytes.find('\n');
         const std::size_t count = std::min(lineFeed, bytes.size() - 1) + 1;
         characters += static_cast<std::int64_t>(count);
-        if (total + characters > std::int64_t{size} + 1) // the one may be a carriage return, which is dropped
+        if (total + characters > std::int64_t{size} + 1) // + 1: a carriage return, which may be dropped
             break;
         if (lineFeed != std::string_view::npos) {
             if ((lineFeed > 0 ? bytes[lineFeed - 1] : last) == '\r')
@@ -275,7 +275,7 @@ void stl_allocate_facets(StlMesh &mesh)
 void stl_load_facets(StlMesh &mesh, int firstFacet, bool first)
 {
     if (firstFacet >= mesh.stats.facetCount) {
-        finishStatistics(mesh.stats); // without a read: the label line of an endless device never ends
+        finishStatistics(mesh.stats); // without reading: an endless device has an endless label line
         return;
     }
     if (mesh.facets == nullptr)

@@ -19,8 +19,8 @@
 // supported.
 // Ends the process with status 1 and a line on standard error if the file is binary and its size is not
 // 84 + 50 n bytes with n of at least 4. If the facet count in the header differs from the one that the size
-// gives, a warning goes to standard error and the size wins. ASCII facets are counted by their lines: those of
-// at least four characters, plus one, divided by seven.
+// gives, a warning goes to standard error and the size wins. ASCII facets are counted by their lines: those
+// of at least four characters, plus one, divided by seven.
 void stl_initialize(StlMesh &mesh, const char *path);
 
 // Allocates stats.facetCount zero-filled facets and reserved entries. If the facets cannot be had, reports it

@@ -7,7 +7,7 @@
 #include <string_view>
 
 // Collects text in a block of its own and hands full blocks to the stream. The stream stays the caller's: it
-// is neither flushed nor closed before flush() is called.
+// is never closed, and flushed only by flush().
 class StlTextWriter {
 public:
     explicit StlTextWriter(std::FILE *out);
@@ -17,8 +17,8 @@ public:
 
     void write(std::string_view text);
 
-    // Room for `size` bytes (up to largestRoom) to be filled in by the caller, and the way to keep the first
-    // of them.
+    // Room for `size` bytes (up to largestRoom) for the caller to fill, valid until the next call; keep()
+    // adds the first of them to the text.
     static constexpr std::size_t largestRoom = std::size_t{512} * 1024;
     char *room(std::size_t size)
     {
@@ -32,7 +32,7 @@ public:
     void writeBlankSignedPoint(std::string_view before, double x, double y, double z);
     void writePaddedPoint(std::string_view before, double x, double y, double z);
 
-    // Hands everything to the stream and flushes that. True if all bytes since the start went out.
+    // Hands everything to the stream and flushes it. True if all bytes since the start went out.
     bool flush();
 
 private:
