@@ -4,7 +4,7 @@
 #include "stl/StlReader.h"
 #include "stl/StlWriter.h"
 #include "tests/support/MeshFiles.h"
-#include "transform/MeshTransformer.h"
+#include "tests/support/TransformCall.h"
 #include "transform/RunFiles.h"
 
 #include <cstdint>
@@ -61,11 +61,9 @@ bool runEngine(const TransformParameters &p, const std::string &input, const std
     load(mesh, input);
     stl_write_ascii(mesh, temporaryFileName);
     char message[stlMessageCapacity] = "\n";
-    MeshTransformer transformer(p.xScl, p.yScl, p.zScl, p.xOfsB, p.yOfsB, p.zOfsB, p.xOfsA, p.yOfsA, p.zOfsA);
-    const int result = stl_transform(
-        transformer, message, std::fopen(temporaryFileName, "r"), std::fopen(output.c_str(), "w+"), p.xRotate,
-        p.yRotate, p.zRotate, p.xAngle, p.yAngle, p.zAngle, p.xSetL, p.ySetL, p.zSetL, p.xLength, p.yLength,
-        p.zLength, p.xSet0, p.ySet0, p.zSet0, p.xSameY, p.xSameZ, p.ySameX, p.ySameZ, p.zSameX, p.zSameY);
+    MeshTransformer transformer = makeTransformer(p);
+    const int result = callTransform(transformer, message, std::fopen(temporaryFileName, "r"),
+                                     std::fopen(output.c_str(), "w+"), p);
     stl_release_facets(mesh);
     std::remove(temporaryFileName);
     return result == 0;

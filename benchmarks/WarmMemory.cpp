@@ -58,7 +58,8 @@ public:
         if (piece == MAP_FAILED)
             return false;
         madvise(piece, pieceSize, MADV_HUGEPAGE); // quick to release, and in one piece
-        for (std::size_t i = 0; i < pieceSize; i += 4096)
+        const auto pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+        for (std::size_t i = 0; i < pieceSize; i += pageSize)
             static_cast<volatile char *>(piece)[i] = 1;
         m_pieces.push_back(piece);
         return true;
