@@ -1,4 +1,5 @@
 #include "tests/support/qt/QtTestMain.h"
+#include "tests/support/qt/TestRows.h"
 #include "transform/MeshvaneLog.h"
 #include "transform/MeshvaneLogForm.h"
 
@@ -227,21 +228,14 @@ constexpr ShownText shownTexts[] = {
     {"nothing", "", ""},
 };
 
-void tst_MeshvaneLog::showsPlainOrRichText_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("shown");
-    for (const ShownText &row : shownTexts)
-        QTest::newRow(row.name) << QString(row.text) << QString(row.shown);
-}
+void tst_MeshvaneLog::showsPlainOrRichText_data() { addRows(shownTexts); }
 
 void tst_MeshvaneLog::showsPlainOrRichText()
 {
-    QFETCH(const QString, text);
-    QFETCH(const QString, shown);
+    const auto &row = currentRow(shownTexts);
     MeshvaneLog dialog;
-    dialog.setLogText(text);
-    QCOMPARE(textOf(dialog)->toPlainText(), shown);
+    dialog.setLogText(row.text);
+    QCOMPARE(textOf(dialog)->toPlainText(), QString(row.shown));
 }
 
 void tst_MeshvaneLog::aSecondTextReplacesTheFirst()

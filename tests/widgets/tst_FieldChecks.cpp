@@ -1,6 +1,7 @@
 // The rule of each check: which texts fail, which pass, which leave the messages as they are, and what the
 // messages say.
 #include "tests/support/qt/QtTestMain.h"
+#include "tests/support/qt/TestRows.h"
 #include "tests/support/qt/WorkingFolder.h"
 #include "widgets/FieldChecks.h"
 
@@ -114,8 +115,6 @@ const Rule rules[] = {
 
 } // namespace
 
-Q_DECLARE_METATYPE(Rule)
-
 class tst_FieldChecks : public QObject {
     Q_OBJECT
 
@@ -139,16 +138,11 @@ void tst_FieldChecks::checksStandInTheirOrder()
     QCOMPARE(order, QList<int>({1, 5, 2, 3, 4, 6, 8, 9, 10, 12, 13}));
 }
 
-void tst_FieldChecks::textsOfARule_data()
-{
-    QTest::addColumn<Rule>("rule");
-    for (const Rule &rule : rules)
-        QTest::newRow(rule.name) << rule;
-}
+void tst_FieldChecks::textsOfARule_data() { addRows(rules); }
 
 void tst_FieldChecks::textsOfARule()
 {
-    QFETCH(Rule, rule);
+    const Rule &rule = currentRow(rules);
     const WorkingFolder folder;
     folder.makeFolder("sub");
     folder.write("file", "x");
@@ -172,41 +166,33 @@ void tst_FieldChecks::textsOfARule()
     }
 }
 
-void tst_FieldChecks::limits_data()
-{
-    QTest::addColumn<float>("limit");
-    QTest::addColumn<QString>("equalText");
-    QTest::addColumn<QString>("shown");
-    const struct {
-        const char *name;
-        float limit;
-        QString equalText;
-        QString shown;
-    } rows[] = {
-        {"is shown with six digits", 1234567.0F, "1234567", "1.23457e+06"},
-        {"small with an exponent", 0.000012345678F, "0.000012345678", "1.23457e-05"},
-        {"exact tie of six digits goes away from zero", 100000.5F, "100000.5", "100001"},
-        {"negative fraction", -0.1F, "-0.1", "-0.1"},
-        {"compared as a float", 0.1F, "0.1", "0.1"},
-    };
-    for (const auto &row : rows)
-        QTest::newRow(row.name) << row.limit << row.equalText << row.shown;
-}
+const struct {
+    const char *name;
+    float limit;
+    QString equalText;
+    QString shown;
+} limitRows[] = {
+    {"is shown with six digits", 1234567.0F, "1234567", "1.23457e+06"},
+    {"small with an exponent", 0.000012345678F, "0.000012345678", "1.23457e-05"},
+    {"exact tie of six digits goes away from zero", 100000.5F, "100000.5", "100001"},
+    {"negative fraction", -0.1F, "-0.1", "-0.1"},
+    {"compared as a float", 0.1F, "0.1", "0.1"},
+};
+
+void tst_FieldChecks::limits_data() { addRows(limitRows); }
 
 void tst_FieldChecks::limits()
 {
-    QFETCH(float, limit);
-    QFETCH(QString, equalText);
-    QFETCH(QString, shown);
+    const auto &row = currentRow(limitRows);
     QStringList used;
     const auto findings = [&](LineEditPolicy policy, const QString &text) {
-        return described(run(policy, {text, "", limit, limit, used, {}, {}, true}));
+        return described(run(policy, {text, "", row.limit, row.limit, used, {}, {}, true}));
     };
-    const QString tooSmall = "This value must be greater than: " + shown;
-    const QString tooLarge = "This value must be less than: " + shown;
+    const QString tooSmall = "This value must be greater than: " + row.shown;
+    const QString tooLarge = "This value must be less than: " + row.shown;
     QCOMPARE(findings(PolicyMinimum, "-1e9"), QStringList{"+" + tooSmall});
-    QCOMPARE(findings(PolicyMinimum, equalText), QStringList{"-" + tooSmall});
-    QCOMPARE(findings(PolicyMaximum, equalText), QStringList{"-" + tooLarge});
+    QCOMPARE(findings(PolicyMinimum, row.equalText), QStringList{"-" + tooSmall});
+    QCOMPARE(findings(PolicyMaximum, row.equalText), QStringList{"-" + tooLarge});
     QCOMPARE(findings(PolicyMaximum, "1e9"), QStringList{"+" + tooLarge});
 }
 

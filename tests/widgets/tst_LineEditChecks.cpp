@@ -1,6 +1,7 @@
 // What the field does with the findings of its checks: which messages stand after each check run, and in
 // which order. The rules of the checks are tested in tst_FieldChecks.
 #include "tests/support/qt/QtTestMain.h"
+#include "tests/support/qt/TestRows.h"
 #include "tests/widgets/FieldUnderTest.h"
 
 #include <QtTest>
@@ -169,8 +170,6 @@ const Case cases[] = {
 
 } // namespace
 
-Q_DECLARE_METATYPE(Case)
-
 class tst_LineEditChecks : public QObject {
     Q_OBJECT
 
@@ -184,16 +183,11 @@ private slots:
     void repeatedMessageIsShownOnce();
 };
 
-void tst_LineEditChecks::messages_data()
-{
-    QTest::addColumn<Case>("row");
-    for (const Case &row : cases)
-        QTest::newRow(row.name) << row;
-}
+void tst_LineEditChecks::messages_data() { addRows(cases); }
 
 void tst_LineEditChecks::messages()
 {
-    QFETCH(Case, row);
+    const Case &row = currentRow(cases);
     FieldUnderTest f;
     row.configure(f.field);
     for (const Step &step : row.steps) {

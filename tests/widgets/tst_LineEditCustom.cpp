@@ -2,6 +2,7 @@
 // checks and their messages are tested in tst_FieldChecks and tst_LineEditChecks, the icon in
 // tst_LineEditIcon.
 #include "tests/support/qt/QtTestMain.h"
+#include "tests/support/qt/TestRows.h"
 #include "tests/widgets/FieldLists.h"
 #include "tests/widgets/FieldUnderTest.h"
 #include "widgets/FieldChecks.h"
@@ -268,36 +269,28 @@ void tst_LineEditCustom::errorTextRefreshesTheIcon()
     QCOMPARE(f.icon->toolTip(), scaleIsNoNumber);
 }
 
-void tst_LineEditCustom::toolTipOfTheField_data()
-{
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("toolTip");
-    const struct {
-        const char *name;
-        bool enabled;
-        QString text;
-        QString toolTip;
-    } rows[] = {
-        {"run with errors keeps it", true, "abc", "own"},
-        {"clean run empties it", true, "5", ""},
-        {"run of a disabled field keeps it", false, "5", "own"},
-    };
-    for (const auto &row : rows)
-        QTest::newRow(row.name) << row.enabled << row.text << row.toolTip;
-}
+const struct {
+    const char *name;
+    bool enabled;
+    QString text;
+    QString toolTip;
+} toolTips[] = {
+    {"run with errors keeps it", true, "abc", "own"},
+    {"clean run empties it", true, "5", ""},
+    {"run of a disabled field keeps it", false, "5", "own"},
+};
+
+void tst_LineEditCustom::toolTipOfTheField_data() { addRows(toolTips); }
 
 void tst_LineEditCustom::toolTipOfTheField()
 {
-    QFETCH(bool, enabled);
-    QFETCH(QString, text);
-    QFETCH(QString, toolTip);
+    const auto &row = currentRow(toolTips);
     FieldUnderTest f;
     makeScaleField(f.field);
     f.field.setToolTip("own");
-    f.field.setEnabled(enabled);
-    f.field.setText(text);
-    QCOMPARE(f.field.toolTip(), toolTip);
+    f.field.setEnabled(row.enabled);
+    f.field.setText(row.text);
+    QCOMPARE(f.field.toolTip(), row.toolTip);
 }
 
 void tst_LineEditCustom::excludedRunDropsMessagesAndIcon()
@@ -390,41 +383,35 @@ void tst_LineEditCustom::errorTextOfAHiddenFieldEmptiesTheMessages()
     QCOMPARE(f.field.errorText(), QString());
 }
 
-void tst_LineEditCustom::rounding_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("rounded");
-    const struct {
-        const char *name;
-        QString text;
-        QString rounded;
-    } rows[] = {
-        {"half", "2.5", "3"},
-        {"negative half", "-2.5", "-3"},
-        {"exponent is dropped", "0.000015", "2"},
-        {"blanks around", " 2.5 ", "3"},
-        {"no number", "abc", "0"},
-        {"decimal comma", "2,5", "0"},
-        {"blank only", " ", "0"},
-        {"out of range", "1e400", "0"},
-        {"infinite", "inf", "0"},
-        {"not a number", "nan", "0"},
-        {"empty stays empty", "", ""},
-    };
-    for (const auto &row : rows)
-        QTest::newRow(row.name) << row.text << row.rounded;
-}
+const struct {
+    const char *name;
+    QString text;
+    QString rounded;
+} roundedTexts[] = {
+    {"half", "2.5", "3"},
+    {"negative half", "-2.5", "-3"},
+    {"exponent is dropped", "0.000015", "2"},
+    {"blanks around", " 2.5 ", "3"},
+    {"no number", "abc", "0"},
+    {"decimal comma", "2,5", "0"},
+    {"blank only", " ", "0"},
+    {"out of range", "1e400", "0"},
+    {"infinite", "inf", "0"},
+    {"not a number", "nan", "0"},
+    {"empty stays empty", "", ""},
+};
+
+void tst_LineEditCustom::rounding_data() { addRows(roundedTexts); }
 
 void tst_LineEditCustom::rounding()
 {
-    QFETCH(QString, text);
-    QFETCH(QString, rounded);
+    const auto &row = currentRow(roundedTexts);
     FieldUnderTest f;
     f.field.addPolicy(PolicyRoundToInteger);
-    f.field.setText(text);
-    QCOMPARE(f.field.text(), text);
+    f.field.setText(row.text);
+    QCOMPARE(f.field.text(), row.text);
     f.field.applyModifingPolicies();
-    QCOMPARE(f.field.text(), rounded);
+    QCOMPARE(f.field.text(), row.rounded);
 }
 
 void tst_LineEditCustom::roundingHappensWhenEditingIsFinished()

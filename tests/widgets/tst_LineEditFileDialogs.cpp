@@ -2,6 +2,7 @@
 #include "tests/support/qt/FileDialogDriver.h"
 #include "tests/support/qt/MessageBoxRecorder.h"
 #include "tests/support/qt/QtTestMain.h"
+#include "tests/support/qt/TestRows.h"
 #include "tests/support/qt/WorkingFolder.h"
 #include "tests/widgets/FieldUnderTest.h"
 
@@ -102,44 +103,36 @@ void tst_LineEditFileDialogs::whatTheDialogsAskFor()
     QVERIFY(dialog.modal);
 }
 
-void tst_LineEditFileDialogs::captionIsMadeFromTheFieldName_data()
-{
-    QTest::addColumn<QString>("fieldName");
-    QTest::addColumn<bool>("bold");
-    QTest::addColumn<QString>("caption");
-    const struct {
-        const char *name;
-        QString fieldName;
-        bool bold;
-        QString caption;
-    } rows[] = {
-        {"bold name", "Stl Output File", true, "Stl Output File Save As"},
-        {"name without mark-up", "Stl Output File", false, " Save As"},
-        {"no name", "", false, " Save As"},
-        {"empty bold name", "", true, " Save As"},
-        {"white space is simplified", "Stl \n  Output\tFile", true, "Stl Output File Save As"},
-        {"blanks within the mark-up stay", " A ", true, " A  Save As"},
-        {"nested mark-up", "A <i>B</i> C", true, "A B C Save As"},
-        {"entity", "A &lt; B", true, "A < B Save As"},
-        {"comment is left out", "A<!-- x -->B", true, "AB Save As"},
-    };
-    for (const auto &row : rows)
-        QTest::newRow(row.name) << row.fieldName << row.bold << row.caption;
-}
+const struct {
+    const char *name;
+    QString fieldName;
+    bool bold;
+    QString caption;
+} captions[] = {
+    {"bold name", "Stl Output File", true, "Stl Output File Save As"},
+    {"name without mark-up", "Stl Output File", false, " Save As"},
+    {"no name", "", false, " Save As"},
+    {"empty bold name", "", true, " Save As"},
+    {"white space is simplified", "Stl \n  Output\tFile", true, "Stl Output File Save As"},
+    {"blanks within the mark-up stay", " A ", true, " A  Save As"},
+    {"nested mark-up", "A <i>B</i> C", true, "A B C Save As"},
+    {"entity", "A &lt; B", true, "A < B Save As"},
+    {"comment is left out", "A<!-- x -->B", true, "AB Save As"},
+};
+
+void tst_LineEditFileDialogs::captionIsMadeFromTheFieldName_data() { addRows(captions); }
 
 void tst_LineEditFileDialogs::captionIsMadeFromTheFieldName()
 {
-    QFETCH(QString, fieldName);
-    QFETCH(bool, bold);
-    QFETCH(QString, caption);
+    const auto &row = currentRow(captions);
     FieldUnderTest f;
-    f.field.setFieldName(fieldName, bold);
+    f.field.setFieldName(row.fieldName, row.bold);
     FileDialogDriver driver("");
     save(f.field, "");
     open(f.field, QString());
     QCOMPARE(driver.dialogs().size(), 2);
-    QCOMPARE(driver.dialogs().at(0).caption, caption);
-    QCOMPARE(driver.dialogs().at(1).caption, caption);
+    QCOMPARE(driver.dialogs().at(0).caption, row.caption);
+    QCOMPARE(driver.dialogs().at(1).caption, row.caption);
 }
 
 void tst_LineEditFileDialogs::chosenFile_data()
@@ -167,39 +160,31 @@ void tst_LineEditFileDialogs::chosenFile()
     QCOMPARE(driver.dialogs().size(), 2);
 }
 
-void tst_LineEditFileDialogs::suffix_data()
-{
-    QTest::addColumn<QString>("suffix");
-    QTest::addColumn<QString>("chosen");
-    QTest::addColumn<QString>("expected");
-    const struct {
-        const char *name;
-        QString suffix;
-        QString chosen;
-        QString expected;
-    } rows[] = {
-        {"missing", ".stl", "out", "out.stl"},
-        {"present", ".stl", "out.stl", "out.stl"},
-        {"case counts", ".stl", "out.STL", "out.STL.stl"},
-        {"another one", ".stl", "out.txt", "out.txt.stl"},
-        {"without its point", ".stl", "outstl", "outstl.stl"},
-        {"name with a relative folder", ".stl", "below/out", "@/below/out.stl"},
-        {"compared without surrounding blanks", " .stl ", "out.stl", "out.stl"},
-        {"appended with its blanks", " .stl ", "out", "out .stl "},
-    };
-    for (const auto &row : rows)
-        QTest::newRow(row.name) << row.suffix << row.chosen << row.expected;
-}
+const struct {
+    const char *name;
+    QString suffix;
+    QString chosen;
+    QString expected;
+} suffixes[] = {
+    {"missing", ".stl", "out", "out.stl"},
+    {"present", ".stl", "out.stl", "out.stl"},
+    {"case counts", ".stl", "out.STL", "out.STL.stl"},
+    {"another one", ".stl", "out.txt", "out.txt.stl"},
+    {"without its point", ".stl", "outstl", "outstl.stl"},
+    {"name with a relative folder", ".stl", "below/out", "@/below/out.stl"},
+    {"compared without surrounding blanks", " .stl ", "out.stl", "out.stl"},
+    {"appended with its blanks", " .stl ", "out", "out .stl "},
+};
+
+void tst_LineEditFileDialogs::suffix_data() { addRows(suffixes); }
 
 void tst_LineEditFileDialogs::suffix()
 {
-    QFETCH(QString, suffix);
-    QFETCH(QString, chosen);
-    QFETCH(QString, expected);
+    const auto &row = currentRow(suffixes);
     FieldUnderTest f;
-    FileDialogDriver driver(chosen);
-    save(f.field, "stl", suffix);
-    QCOMPARE(f.field.text(), expected.replace('@', m_folder->path("here")));
+    FileDialogDriver driver(row.chosen);
+    save(f.field, "stl", row.suffix);
+    QCOMPARE(f.field.text(), QString(row.expected).replace('@', m_folder->path("here")));
 }
 
 void tst_LineEditFileDialogs::existingFileCanBeChosenForSaving()

@@ -1,5 +1,6 @@
 // The icon of the field: its tool tip, picture, size and place, and the room that the field leaves for it.
 #include "tests/support/qt/QtTestMain.h"
+#include "tests/support/qt/TestRows.h"
 #include "tests/widgets/FieldUnderTest.h"
 
 #include <QApplication>
@@ -211,39 +212,35 @@ void tst_LineEditIcon::errorIconFitsIntoTwentyPixelsByTheLabelsHeight()
     QCOMPARE(f.icon->size(), QSize(70, labelHeight));
 }
 
-void tst_LineEditIcon::iconIsAtTheRightEnd_data()
-{
-    QTest::addColumn<QSize>("size");
-    const struct {
-        const char *name;
-        QSize size;
-    } rows[] = {
-        {"usual size", {140, 26}},
-        {"odd width and height", {141, 27}},
-        {"high", {80, 90}},
-        {"lower than the icon, even difference", {60, 5}},
-        {"lower than the icon, odd difference", {60, 6}},
-        {"narrower than the icon", {7, 30}},
-    };
-    for (const auto &row : rows)
-        QTest::newRow(row.name) << row.size;
-}
+const struct {
+    const char *name;
+    QSize size;
+} fieldSizes[] = {
+    {"usual size", {140, 26}},
+    {"odd width and height", {141, 27}},
+    {"high", {80, 90}},
+    {"lower than the icon, even difference", {60, 5}},
+    {"lower than the icon, odd difference", {60, 6}},
+    {"narrower than the icon", {7, 30}},
+};
+
+void tst_LineEditIcon::iconIsAtTheRightEnd_data() { addRows(fieldSizes); }
 
 void tst_LineEditIcon::iconIsAtTheRightEnd()
 {
-    QFETCH(QSize, size);
+    const auto &row = currentRow(fieldSizes);
     FieldUnderTest f;
     makeScaleField(f.field);
     f.field.setMinimumSize(0, 0);
-    f.field.resize(size);
+    f.field.resize(row.size);
     f.field.setText("abc");
     QCOMPARE(f.icon->pos(), iconPlace(f));
     f.host.resize(400, 200);
     f.host.show();
     QVERIFY(QTest::qWaitForWindowExposed(&f.host));
-    f.field.resize(size + QSize(3, 5));
+    f.field.resize(row.size + QSize(3, 5));
     QCOMPARE(f.icon->pos(), iconPlace(f));
-    f.field.resize(size);
+    f.field.resize(row.size);
     QCOMPARE(f.icon->pos(), iconPlace(f));
 }
 
