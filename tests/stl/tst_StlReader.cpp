@@ -5,6 +5,9 @@
 #include "tests/support/DyingProcess.h"
 #include "tests/support/MeshFiles.h"
 #include "tests/support/NanSigns.h"
+#include "tests/support/Occurrences.h"
+#include "tests/support/ResourceLimits.h"
+#include "tests/support/Sanitizers.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
 
@@ -14,22 +17,11 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <limits>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <type_traits>
 #include <unistd.h>
 
-// Failing allocations must return null; the sanitizer would end the process instead.
-extern "C" const char *__asan_default_options();
-extern "C" const char *__asan_default_options() { return "allocator_may_return_null=1"; }
-
 namespace {
-
-#ifdef __SANITIZE_ADDRESS__
-constexpr bool underAddressSanitizer = true;
-#else
-constexpr bool underAddressSanitizer = false;
-#endif
 
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
@@ -116,14 +108,6 @@ std::vector<BinaryFacet> fourFacets(const FacetNumbers &first, float everywhere)
         facet.numbers.fill(everywhere);
     facets[0].numbers = first;
     return facets;
-}
-
-int countOf(const std::string &text, const std::string &part)
-{
-    int count = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
-        ++count;
-    return count;
 }
 
 // Binary or ASCII
@@ -597,19 +581,11 @@ TEST_F(StlReader, ReleasedTablesAreGone)
     stl_release_facets(mesh);
 }
 
-void limitMemory(std::size_t bytes)
-{
-    rlimit limit{};
-    getrlimit(RLIMIT_AS, &limit);
-    limit.rlim_cur = bytes;
-    setrlimit(RLIMIT_AS, &limit);
-}
-
 TEST_F(StlReader, AFailedAllocationIsReportedTwiceAndThenNothingIsLoaded)
 {
     const ProcessOutcome outcome = outcomeOf([this] {
         initialize(binaryStl("", differentFacets(4)));
-        limitMemory(std::size_t{1} << 30);
+        const ResourceLimit limit = ResourceLimit::ofMemory(std::size_t{1} << 30);
         mesh.stats.facetCount = std::numeric_limits<std::int32_t>::max();
         mesh.stats.max = {1.0F, 2.0F, 3.0F};
         mesh.stats.boundingDiameter = 4.0F;
@@ -623,7 +599,7 @@ TEST_F(StlReader, AFailedAllocationIsReportedTwiceAndThenNothingIsLoaded)
     EXPECT_TRUE(outcome.exited);
     EXPECT_EQ(outcome.status, survivedStatus) << outcome.standardError;
     const std::string report = "stl_initialize: Cannot allocate memory\n";
-    EXPECT_EQ(countOf(outcome.standardError, report), 2) << outcome.standardError;
+    EXPECT_EQ(occurrences(outcome.standardError, report), 2) << outcome.standardError;
     if (!underAddressSanitizer) {
         EXPECT_EQ(outcome.standardError, report + report);
     }
@@ -643,7 +619,8 @@ TEST_F(StlReader, AMissingSecondTableIsNotReported)
     constexpr std::int32_t facetCount = 10'000'000;
     const ProcessOutcome outcome = outcomeOf([this] {
         initialize(binaryStl("", differentFacets(4)));
-        limitMemory(addressSpaceInUse() + facetCount * sizeof(StlFacet) + (std::size_t{20} << 20));
+        const ResourceLimit limit = ResourceLimit::ofMemory(
+            addressSpaceInUse() + facetCount * sizeof(StlFacet) + (std::size_t{20} << 20));
         mesh.stats.facetCount = facetCount;
         stl_allocate_facets(mesh);
         if (mesh.facets == nullptr || mesh.auxTable != nullptr)
