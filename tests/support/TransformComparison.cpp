@@ -1,6 +1,7 @@
 #include "tests/support/TransformComparison.h"
 
 #include "stl/StlPasses.h"
+#include "tests/support/RunParameters.h"
 #include "tests/support/StlComparison.h"
 #include "tests/support/TextFile.h"
 #include "tests/support/TransformCall.h"
@@ -15,38 +16,22 @@ constexpr const char *twinOutputName = "out-of-twin.stl";
 
 TransformParameters parametersOf(const plain::Placement &placement, const plain::Request &r)
 {
-    TransformParameters p;
-    p.xScl = placement.scale.x;
-    p.yScl = placement.scale.y;
-    p.zScl = placement.scale.z;
-    p.xOfsB = placement.offsetBefore.x;
-    p.yOfsB = placement.offsetBefore.y;
-    p.zOfsB = placement.offsetBefore.z;
-    p.xOfsA = placement.offsetAfter.x;
-    p.yOfsA = placement.offsetAfter.y;
-    p.zOfsA = placement.offsetAfter.z;
-    p.xRotate = r.rotateX;
-    p.yRotate = r.rotateY;
-    p.zRotate = r.rotateZ;
-    p.xAngle = r.angleX;
-    p.yAngle = r.angleY;
-    p.zAngle = r.angleZ;
-    p.xSetL = r.setLengthX;
-    p.ySetL = r.setLengthY;
-    p.zSetL = r.setLengthZ;
-    p.xLength = r.lengthX;
-    p.yLength = r.lengthY;
-    p.zLength = r.lengthZ;
-    p.xSet0 = r.setOriginX;
-    p.ySet0 = r.setOriginY;
-    p.zSet0 = r.setOriginZ;
-    p.xSameY = r.xSameY;
-    p.xSameZ = r.xSameZ;
-    p.ySameX = r.ySameX;
-    p.ySameZ = r.ySameZ;
-    p.zSameX = r.zSameX;
-    p.zSameY = r.zSameY;
-    return p;
+    using P = TransformParameters;
+    return with(
+        {}, {{scales, placement.scale.x, placement.scale.y, placement.scale.z},
+             {offsetsBefore, placement.offsetBefore.x, placement.offsetBefore.y, placement.offsetBefore.z},
+             {offsetsAfter, placement.offsetAfter.x, placement.offsetAfter.y, placement.offsetAfter.z},
+             {rotations, r.rotateX, r.rotateY, r.rotateZ},
+             {angles, r.angleX, r.angleY, r.angleZ},
+             {setLengths, r.setLengthX, r.setLengthY, r.setLengthZ},
+             {lengths, r.lengthX, r.lengthY, r.lengthZ},
+             {origins, r.setOriginX, r.setOriginY, r.setOriginZ},
+             {&P::xSameY, r.xSameY},
+             {&P::xSameZ, r.xSameZ},
+             {&P::ySameX, r.ySameX},
+             {&P::ySameZ, r.ySameZ},
+             {&P::zSameX, r.zSameX},
+             {&P::zSameY, r.zSameY}});
 }
 
 TransformOutcome transformWithProduct(MeshTransformer &transformer, const TransformParameters &parameters)
