@@ -1,7 +1,6 @@
 // A mesh of one triangle for tests of whole runs, and what a run makes of it.
 #pragma once
 
-#include "transform/RunLogText.h"
 #include "transform/TransformParameters.h"
 
 #include <QByteArray>
@@ -39,22 +38,9 @@ inline QByteArray untouchedCorners()
 }
 
 // The values of a new form.
-inline TransformParameters newForm()
-{
-    TransformParameters parameters;
-    parameters.xScl = parameters.yScl = parameters.zScl = 1.0;
-    return parameters;
-}
+TransformParameters newForm();
 
 // The whole log of a successful run over the triangle.
-inline QByteArray logOfARun(const TransformParameters &parameters)
-{
-    return QByteArray::fromStdString(runLogHeader() + runLogParameters(parameters) +
-                                     runLogOutcome("\n\nNumber lines read from stl file = 9\n"
-                                                   "Number triangles read from stl file = 1\n"));
-}
+QByteArray logOfARun(const TransformParameters &parameters);
 
-inline QString statusAfterRun(const QString &outputName)
-{
-    return "Calculation finished successfully.  Output written to: " + outputName;
-}
+QString statusAfterRun(const QString &outputName);
