@@ -1,6 +1,6 @@
 // Any bytes as a word to read and as numbers to write.
 #include "fuzz/FuzzVerdict.h"
-#include "tests/corpus/RoadProperties.h"
+#include "tests/corpus/RunProperties.h"
 #include "tests/support/TemporaryFolder.h"
 
 int LLVMFuzzerInitialize(int *, char ***)

@@ -1,6 +1,6 @@
 // Any bytes as a temporary file, through both passes and the transformation.
 #include "fuzz/FuzzVerdict.h"
-#include "tests/corpus/RoadProperties.h"
+#include "tests/corpus/RunProperties.h"
 #include "tests/support/TemporaryFolder.h"
 
 int LLVMFuzzerInitialize(int *, char ***)

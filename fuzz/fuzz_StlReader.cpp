@@ -1,6 +1,6 @@
 // Any bytes as an input file, all the way to the output file.
 #include "fuzz/FuzzVerdict.h"
-#include "tests/corpus/RoadProperties.h"
+#include "tests/corpus/RunProperties.h"
 #include "tests/support/TemporaryFolder.h"
 
 int LLVMFuzzerInitialize(int *, char ***)

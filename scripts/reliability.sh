@@ -9,7 +9,7 @@ source "$root/scripts/lib/packages.sh"
 
 budget=${1-3600}
 started=$SECONDS
-tests=(tst_Faults tst_Kills tst_OddPlaces tst_Sizes tst_RoadCorpus tst_FieldCorpus tst_LongUse tst_Monkey)
+tests=(tst_Faults tst_Kills tst_OddPlaces tst_Sizes tst_RunCorpus tst_FieldCorpus tst_LongUse tst_Monkey)
 
 install_missing_packages "${PACKAGES_TO_TEST[@]}"
 cd "$root"

@@ -1,7 +1,7 @@
 // Replaces stl/StlFatal.cpp, which the linker then does not take from its library: instead of ending the
 // process it throws an exception with the text for standard error.
 #include "stl/StlFatal.h"
-#include "tests/support/PlainRoad.h"
+#include "tests/support/PlainTwin.h"
 
 #include <cerrno>
 #include <cstring>

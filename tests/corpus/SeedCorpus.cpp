@@ -2,7 +2,7 @@
 
 #include "tests/support/MeshFiles.h"
 #include "tests/support/OddMeshText.h"
-#include "tests/support/PlainRoad.h"
+#include "tests/support/PlainTwin.h"
 
 #include <cstring>
 
@@ -74,7 +74,7 @@ std::string times(int n, const std::string &text)
     return result;
 }
 
-// Options as the last bytes (RoadOptions): values, then eight flags and the opposite of seven of them.
+// Options as the last bytes (RunOptions): values, then eight flags and the opposite of seven of them.
 std::string withOptions(const std::string &file, unsigned flags)
 {
     std::string values;

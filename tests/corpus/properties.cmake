@@ -7,15 +7,15 @@ add_library(meshvane_seed_corpus STATIC
 target_link_libraries(meshvane_seed_corpus PUBLIC meshvane_test_support)
 meshvane_own_code(meshvane_seed_corpus)
 
-add_library(meshvane_road_properties STATIC
-    ${corpus_folder}/RoadOptions.cpp
-    ${corpus_folder}/RoadOptions.h
-    ${corpus_folder}/RoadProperties.cpp
-    ${corpus_folder}/RoadProperties.h)
-target_link_libraries(meshvane_road_properties PUBLIC meshvane_transform_comparison meshvane_seed_corpus)
+add_library(meshvane_run_properties STATIC
+    ${corpus_folder}/RunOptions.cpp
+    ${corpus_folder}/RunOptions.h
+    ${corpus_folder}/RunProperties.cpp
+    ${corpus_folder}/RunProperties.h)
+target_link_libraries(meshvane_run_properties PUBLIC meshvane_transform_comparison meshvane_seed_corpus)
 # Replaces the function that ends the process in every program that links this.
-target_sources(meshvane_road_properties INTERFACE ${corpus_folder}/FatalSeam.cpp)
-meshvane_own_code(meshvane_road_properties)
+target_sources(meshvane_run_properties INTERFACE ${corpus_folder}/FatalSeam.cpp)
+meshvane_own_code(meshvane_run_properties)
 
 add_library(meshvane_field_property STATIC
     ${corpus_folder}/FieldProperty.cpp

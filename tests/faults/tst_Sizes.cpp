@@ -7,7 +7,7 @@
 #include "tests/support/CaseNames.h"
 #include "tests/support/DyingProcess.h"
 #include "tests/support/MeshFiles.h"
-#include "tests/support/PlainRoad.h"
+#include "tests/support/PlainTwin.h"
 #include "tests/support/SameBytes.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"

@@ -2,7 +2,7 @@
 // fuzzers. The same seed gives the same sequence.
 #pragma once
 
-#include "tests/support/PlainRoad.h"
+#include "tests/support/PlainTwin.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "stl/StlMesh.h"
-#include "tests/support/PlainRoad.h"
+#include "tests/support/PlainTwin.h"
 #include "tests/support/Verdict.h"
 
 #include <string>

@@ -2,7 +2,7 @@
 // into a verdict. Needs no test framework.
 #pragma once
 
-#include "tests/support/PlainRoad.h"
+#include "tests/support/PlainTwin.h"
 #include "tests/support/Verdict.h"
 
 #include <string>

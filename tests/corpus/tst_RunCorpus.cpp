@@ -1,5 +1,5 @@
 // The fuzzers' seeds, among them what fuzzers have found, checked for the same properties.
-#include "tests/corpus/RoadProperties.h"
+#include "tests/corpus/RunProperties.h"
 #include "tests/corpus/SeedCorpus.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -15,10 +15,10 @@ void expectToHold(const std::vector<Seed> &seeds, std::string (*check)(std::stri
         EXPECT_EQ(check(seed.bytes), "") << seed.name;
 }
 
-TEST(RoadCorpus, PropertiesHoldForInputFiles) { expectToHold(inputFileSeeds(), checkInputFile); }
+TEST(RunCorpus, PropertiesHoldForInputFiles) { expectToHold(inputFileSeeds(), checkInputFile); }
 
-TEST(RoadCorpus, PropertiesHoldForTemporaryFiles) { expectToHold(temporaryFileSeeds(), checkTemporaryFile); }
+TEST(RunCorpus, PropertiesHoldForTemporaryFiles) { expectToHold(temporaryFileSeeds(), checkTemporaryFile); }
 
-TEST(RoadCorpus, PropertiesHoldForNumberTexts) { expectToHold(numberTextSeeds(), checkNumberText); }
+TEST(RunCorpus, PropertiesHoldForNumberTexts) { expectToHold(numberTextSeeds(), checkNumberText); }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "tests/support/PlainRoad.h"
+#include "tests/support/PlainTwin.h"
 
 #include "tests/support/PlainAngle.h"
 

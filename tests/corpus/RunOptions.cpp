@@ -1,4 +1,4 @@
-#include "tests/corpus/RoadOptions.h"
+#include "tests/corpus/RunOptions.h"
 
 #include <iterator>
 #include <limits>
@@ -55,7 +55,7 @@ private:
 
 } // namespace
 
-RoadOptions::RoadOptions(std::string_view bytes)
+RunOptions::RunOptions(std::string_view bytes)
 {
     LastBytes from(bytes);
     unsigned flags = from.next() << 8U;

@@ -1,9 +1,9 @@
-#include "tests/corpus/RoadProperties.h"
+#include "tests/corpus/RunProperties.h"
 
 #include "stl/StlLines.h"
 #include "stl/StlNumberText.h"
 #include "stl/StlPasses.h"
-#include "tests/corpus/RoadOptions.h"
+#include "tests/corpus/RunOptions.h"
 #include "tests/support/SameBytes.h"
 #include "tests/support/StlComparison.h"
 #include "tests/support/TextFile.h"
@@ -126,7 +126,7 @@ std::string checkInputFile(std::string_view bytes)
     std::filesystem::rename(MeshTwins::writtenName, temporaryFileName);
 
     expectBracketedCorners(verdict, meshes.product());
-    const RoadOptions options(bytes);
+    const RunOptions options(bytes);
     const TransformOutcome outcome = compareTransformation(verdict, options.placement, options.request);
     verdict.expectSame(outcome.result, 0, "transformation of a temporary file that was just written");
     expectTotalsOfTheOutput(verdict, outcome);
@@ -141,7 +141,7 @@ std::string checkTemporaryFile(std::string_view bytes)
     input.text = bytes;
     compareScan(verdict, input);
     writeBytes(temporaryFileName, bytes);
-    const RoadOptions options(bytes);
+    const RunOptions options(bytes);
     compareTransformation(verdict, options.placement, options.request);
     compareTransformation(verdict, options.placement, {});
     return verdict.text();

@@ -250,7 +250,7 @@ private:
     Counts m_counts;
 };
 
-TEST(FastRoadAgainstPlainTwin, FacetsMadeHereAreCommonOnesOfTheProduct)
+TEST(ShortcutsAgainstPlainTwin, FacetsMadeHereAreCommonOnesOfTheProduct)
 {
     OddMeshText odd(0);
     const std::string facet = commonFacet(odd);
@@ -262,7 +262,7 @@ TEST(FastRoadAgainstPlainTwin, FacetsMadeHereAreCommonOnesOfTheProduct)
     }
 }
 
-TEST(FastRoadAgainstPlainTwin, CommonFacetWithOneByteChanged)
+TEST(ShortcutsAgainstPlainTwin, CommonFacetWithOneByteChanged)
 {
     EveryByteOfAFacet places;
     places.run();
@@ -301,7 +301,7 @@ std::string mixedText(OddMeshText &odd)
     return text;
 }
 
-TEST(FastRoadAgainstPlainTwin, CommonFacetsAmongOddOnes)
+TEST(ShortcutsAgainstPlainTwin, CommonFacetsAmongOddOnes)
 {
     Counts counts;
     forSeeds(5'000'000, 8000, [&counts](OddMeshText &odd) {
@@ -317,7 +317,7 @@ TEST(FastRoadAgainstPlainTwin, CommonFacetsAmongOddOnes)
 }
 
 // Numbers that leave the common form only when they are transformed: three-digit exponents, infinities, NaN.
-TEST(FastRoadAgainstPlainTwin, CommonFacetsThatDoNotStayCommon)
+TEST(ShortcutsAgainstPlainTwin, CommonFacetsThatDoNotStayCommon)
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     constexpr double steps[] = {
@@ -379,7 +379,7 @@ std::string facetsOfFewPoints(OddMeshText &odd)
     return text;
 }
 
-TEST(FastRoadAgainstPlainTwin, CornersThatComeBackAmongOddOnes)
+TEST(ShortcutsAgainstPlainTwin, CornersThatComeBackAmongOddOnes)
 {
     Counts counts;
     forSeeds(9'500'000, 3000, [&counts](OddMeshText &odd) {
@@ -475,7 +475,7 @@ void expectBlockBorders(const std::string &text)
     EXPECT_EQ(refillsWithBytesLeft(text), (text.size() - 1) / StlBlockReader::blockSize);
 }
 
-TEST(FastRoadAgainstPlainTwin, TemporaryFilesWithBlockBorders)
+TEST(ShortcutsAgainstPlainTwin, TemporaryFilesWithBlockBorders)
 {
     Counts counts;
     forSeeds(7'000'000, 200, [&counts](OddMeshText &odd) {
@@ -548,7 +548,7 @@ void expectSameReading(MeshTwins &meshes, const std::string &bytes)
     EXPECT_TRUE(verdict.isEmpty()) << verdict.text();
 }
 
-TEST(FastRoadAgainstPlainTwin, AsciiFilesWithCommonFacets)
+TEST(ShortcutsAgainstPlainTwin, AsciiFilesWithCommonFacets)
 {
     const TemporaryFolder folder;
     MeshTwins meshes(ProcessEnd::inAChild);
@@ -558,7 +558,7 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithCommonFacets)
     EXPECT_GT(meshes.facetsRead(), 10000);
 }
 
-TEST(FastRoadAgainstPlainTwin, AsciiFilesWithCornersThatComeBack)
+TEST(ShortcutsAgainstPlainTwin, AsciiFilesWithCornersThatComeBack)
 {
     const TemporaryFolder folder;
     MeshTwins meshes(ProcessEnd::inAChild);
@@ -569,7 +569,7 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithCornersThatComeBack)
 }
 
 // Corners of the bits of a few, of which some do not have the common form, in a binary file.
-TEST(FastRoadAgainstPlainTwin, BinaryFilesWithCornersThatComeBack)
+TEST(ShortcutsAgainstPlainTwin, BinaryFilesWithCornersThatComeBack)
 {
     const TemporaryFolder folder;
     MeshTwins meshes(ProcessEnd::inAChild);
@@ -589,7 +589,7 @@ TEST(FastRoadAgainstPlainTwin, BinaryFilesWithCornersThatComeBack)
     EXPECT_GT(meshes.filesRead(), 500);
 }
 
-TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneByteOfAFacetChanged)
+TEST(ShortcutsAgainstPlainTwin, AsciiFilesWithOneByteOfAFacetChanged)
 {
     const TemporaryFolder folder;
     MeshTwins meshes(ProcessEnd::inAChild);
@@ -609,7 +609,7 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneByteOfAFacetChanged)
     EXPECT_EQ(meshes.filesRead(), 2840);
 }
 
-TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneNumberBeyondTheFloats)
+TEST(ShortcutsAgainstPlainTwin, AsciiFilesWithOneNumberBeyondTheFloats)
 {
     const TemporaryFolder folder;
     MeshTwins meshes(ProcessEnd::inAChild);
@@ -632,7 +632,7 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithOneNumberBeyondTheFloats)
     EXPECT_EQ(meshes.facetsRead(), 3 * 36);
 }
 
-TEST(FastRoadAgainstPlainTwin, AsciiFilesCutAtAnyByte)
+TEST(ShortcutsAgainstPlainTwin, AsciiFilesCutAtAnyByte)
 {
     const TemporaryFolder folder;
     MeshTwins meshes(ProcessEnd::inAChild);
@@ -668,7 +668,7 @@ std::string bigAsciiInput(OddMeshText &odd)
     return text + linesFor(2 + (oneLine ? facets : 0));
 }
 
-TEST(FastRoadAgainstPlainTwin, AsciiFilesWithBlockBorders)
+TEST(ShortcutsAgainstPlainTwin, AsciiFilesWithBlockBorders)
 {
     const TemporaryFolder folder;
     MeshTwins meshes(ProcessEnd::inAChild);
@@ -682,7 +682,7 @@ TEST(FastRoadAgainstPlainTwin, AsciiFilesWithBlockBorders)
     EXPECT_GT(meshes.facetsRead(), 2000);
 }
 
-TEST(FastRoadAgainstPlainTwin, BinaryFilesWithBlockBorders)
+TEST(ShortcutsAgainstPlainTwin, BinaryFilesWithBlockBorders)
 {
     constexpr std::size_t binaryFacetSize = 50;
     static_assert(blockSize % binaryFacetSize != 0, "no facet ends at the first border");

@@ -1,5 +1,5 @@
-// Properties that hold for any bytes on the road from an input file to the rewritten one. Each check returns
-// an empty text or says what does not hold. The checks leave files in the current directory.
+// Properties that hold for any bytes, from the input file to the rewritten one. Each check returns an empty
+// text or says what does not hold. The checks leave files in the current directory.
 #pragma once
 
 #include <string>

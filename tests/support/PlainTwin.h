@@ -1,5 +1,5 @@
-// The plain twin: the whole road from an STL file to the rewritten one, spelled out with plain standard input
-// and output. Tests, fuzzers and benchmarks compare the product with it byte for byte, so it shares nothing
+// The plain twin: everything from an STL file to the rewritten one, spelled out with plain standard input and
+// output. Tests, fuzzers and benchmarks compare the product with it byte for byte, so it shares nothing
 // with the product. Slow and literal on purpose.
 #pragma once
 
