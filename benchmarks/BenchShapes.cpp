@@ -152,7 +152,7 @@ std::vector<BinaryFacet> part(int facets)
 }
 
 // Marching cubes over a sum of sines. The polygons of a cell are traced from edge to edge over the cell's
-// faces, keeping the inside on one hand, which needs no table of cases.
+// faces, keeping the inside on one side, which needs no table of cases.
 class MarchingCubes {
 public:
     MarchingCubes(FacetList &list, int cells)

@@ -1,4 +1,4 @@
-// Compares the number kernels with the C and the C++ library on numbers such as meshes hold. Checks first
+// Compares the number kernels with the C and the C++ library on numbers as meshes hold them. Checks first
 // that all of them agree on every number, and ends with a table of ratios.
 
 #include "stl/StlCommonFacet.h"

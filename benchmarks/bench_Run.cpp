@@ -7,7 +7,7 @@
 #include "benchmarks/BenchMesh.h"
 #include "benchmarks/ByteMover.h"
 #include "benchmarks/CpuTime.h"
-#include "tests/support/PlainRoad.h"
+#include "tests/support/PlainTwin.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
 #include "transform/RunFiles.h"

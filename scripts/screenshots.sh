@@ -64,7 +64,7 @@ take_documentation_pictures() {
     take_picture empty-form "$MAIN_WINDOW"
 
     fill_in edtXScale 1,5
-    # Two moves: the tool tip appears when the pointer has come to rest on the icon.
+    # Two moves: the tool tip appears when the pointer rests on the icon.
     click_spot edtXScale.icon
     xdo mousemove --window "$MAIN_WINDOW" "${SPOT[@]}"
     sleep 1.5

@@ -100,7 +100,7 @@ TEST(OddPlaces, InputsThatAreNotRegularFilesAreMeshesWithoutFacets)
 {
     const TemporaryFolder folder;
     fs::create_directory("folder.stl");
-    for (const char *input : {"folder.stl", "/dev/null", "/dev/zero"}) { // the last has no end, and size 0
+    for (const char *input : {"folder.stl", "/dev/null", "/dev/zero"}) { // the last is endless and has size 0
         EXPECT_EQ(run(input, "out.stl"), success);
         EXPECT_EQ(readBytes("out.stl"), emptyMesh);
         fs::remove("out.stl");

@@ -37,7 +37,7 @@ public:
 
     int size() const { return static_cast<int>(m_digits.size()); }
 
-    // Negative, zero or positive, as this number is less than, equal to or greater than the other.
+    // Negative, zero or positive: this number is less than, equal to or greater than the other.
     int compare(const Digits &other) const
     {
         if (size() != other.size())
@@ -117,7 +117,7 @@ TEST(PowersOfTen, DecimalExponentsOfPowersOfTwo)
         power = power.timesPowerOfTwo(1);
     }
     EXPECT_NE(decimalExponentOfPowerOfTwo(-1651), -Digits(1).timesPowerOfTwo(1651).size())
-        << "the formula ends here, and the test notices";
+        << "the formula is exact up to here only";
 }
 
 // 10^n lies above all powers of two with at most n digits.

@@ -272,7 +272,7 @@ TEST(ShortcutsAgainstPlainTwin, CommonFacetWithOneByteChanged)
     EXPECT_LT(places.counts().accepted, places.counts().compared);
 }
 
-// Runs the cases one after the other, each with a seed of its own, until one fails.
+// Runs the cases in turn, each with its own seed, until one fails.
 template <typename Case>
 void forSeeds(std::uint64_t firstSeed, int cases, Case &&runCase)
 {
@@ -348,7 +348,7 @@ std::string replaced(std::string text, const std::string &old, const std::string
     return text;
 }
 
-// A few corners that come back again and again: ordinary ones, ones that the kernels decline at once or only
+// A few corners that recur: ordinary ones, ones that the kernels decline at once or only
 // when they are transformed, and ones that do not convert.
 std::vector<std::string> fewPoints(OddMeshText &odd)
 {
@@ -452,7 +452,7 @@ std::string textAroundBorder(OddMeshText &odd)
     return text;
 }
 
-// How often a block reader reads on with bytes left over, when its bytes are taken line by line.
+// How often a block reader reads on with bytes left over if its bytes are taken line by line.
 std::size_t refillsWithBytesLeft(const std::string &text)
 {
     const Stream in = streamOf(text);
@@ -498,7 +498,7 @@ std::string linesFor(std::size_t facets)
     return text;
 }
 
-// A facet for the reader of ASCII files, for which one blank is as good as another.
+// A facet for the reader of ASCII files, which takes any white space.
 std::string asciiInputFacet(OddMeshText &odd)
 {
     const std::string facet = odd.oneIn(8) ? facetWithOddNumber(odd) : commonFacet(odd);
@@ -568,7 +568,7 @@ TEST(ShortcutsAgainstPlainTwin, AsciiFilesWithCornersThatComeBack)
     EXPECT_GT(meshes.facetsRead(), 10000);
 }
 
-// Corners of the bits of a few, of which some do not have the common form, in a binary file.
+// A binary file with the bits of a few corners, of which some do not have the common form.
 TEST(ShortcutsAgainstPlainTwin, BinaryFilesWithCornersThatComeBack)
 {
     const TemporaryFolder folder;

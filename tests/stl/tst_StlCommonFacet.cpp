@@ -51,7 +51,7 @@ TEST(StlCommonFacet, TheTextIsThatOfAFacetOfZeros)
     EXPECT_EQ(stlCommonFacetLines, 7);
 }
 
-TEST(StlCommonFacet, ThePointsStandWhereTheLinesHaveThem)
+TEST(StlCommonFacet, ThePointsAreWhereTheLinesHaveThem)
 {
     const std::string text = facetText();
     EXPECT_EQ(text.size(), stlCommonFacetSize);

@@ -157,7 +157,7 @@ TEST(StlFixedNumber, ACarryGoesIntoTheExponent)
 }
 
 // Some numbers beyond the kernel's exponents still have the common form, others do not.
-TEST(StlFixedNumber, AtTheLastTwoDigitExponentsTheExactWayGoesOn)
+TEST(StlFixedNumber, NumbersBeyondTheKernelsExponentsAreWrittenExactly)
 {
     const WrittenNumber rows[] = {
         {0x1.fffffffffffffp328, " 1.09362536E+99"},
@@ -279,7 +279,7 @@ TEST(StlFixedNumber, NumbersWhoseTruncatedProductIsOnTheWrongSideAreDeclined)
         expectDeclined(row);
 }
 
-// Two less than one half in the first rows, one half in the others: these are answered, and rightly.
+// Two less than one half in the first rows, one half in the others: these are answered correctly.
 TEST(StlFixedNumber, NumbersJustOutsideTheDoubtAreAnswered)
 {
     const WrittenNumber rows[] = {
@@ -309,7 +309,7 @@ TEST(StlFixedNumber, NumbersJustOutsideTheDoubtAreAnswered)
 
 // The proof of the rounding needs both: the point of the product is in the middle of its upper word, and an
 // exact scale has lost no bit.
-TEST(StlFixedNumber, EveryScaleBringsThePointToItsPlace)
+TEST(StlFixedNumber, EveryScalePutsThePointInItsPlace)
 {
     using namespace stl_fixed_number;
     for (int e = -largestBinaryExponent; e <= largestBinaryExponent; ++e) {
@@ -466,11 +466,11 @@ TEST(StlFixedNumber, SeveralWrongCharactersAreSeenAsWell)
     }
 }
 
-TEST(StlFixedNumber, TheCharacterBehindIsNotLookedAt)
+TEST(StlFixedNumber, TheCharacterAfterTheNumberIsIgnored)
 {
-    for (const char behind : {' ', '\n', '5', 'x', '\0'}) {
+    for (const char next : {' ', '\n', '5', 'x', '\0'}) {
         double value = 0.0;
-        EXPECT_TRUE(stlReadFixedNumber((std::string(" 1.50000000E+00") + behind).c_str(), value));
+        EXPECT_TRUE(stlReadFixedNumber((std::string(" 1.50000000E+00") + next).c_str(), value));
         EXPECT_EQ(value, 1.5);
     }
 }
@@ -501,7 +501,7 @@ TEST(StlFixedNumber, DoublesAreRoundedToTheNearestFloat)
     EXPECT_TRUE(std::signbit(value));
 }
 
-TEST(StlFixedNumber, MiddlesOfFloatsAreDeclined)
+TEST(StlFixedNumber, MidpointsOfFloatsAreDeclined)
 {
     EXPECT_FALSE(roundsToFloat(1.0 + 0x1p-24, 0.0F));
     EXPECT_FALSE(roundsToFloat(-1.0 - 0x1p-24, 0.0F));
@@ -523,7 +523,7 @@ TEST(StlFixedNumber, WhatIsSubnormalOrTooLargeForAFloatIsDeclined)
 
 // Nine digits whose nearest double is halfway between two floats while the number itself is not: for about
 // half of them rounding twice would give the wrong float.
-TEST(StlFixedNumber, DigitsNextToTheMiddleOfTwoFloatsAreDeclined)
+TEST(StlFixedNumber, DigitsNextToTheMidpointOfTwoFloatsAreDeclined)
 {
     const char *const texts[] = {
         " 2.48237791E-12", " 4.96475582E-12", " 7.02990899E-12", " 9.92951164E-12", " 9.67498269E-11",
@@ -558,7 +558,7 @@ TEST(StlFixedNumber, ReadAndRoundedTextsAreTheFloatsOfTheCLibrary)
         ASSERT_TRUE(stlReadFixedNumber(text, exact));
         answered += roundsToFloat(exact, std::strtof(text, nullptr)) ? 1 : 0;
     }
-    EXPECT_GT(answered, all - all / 100) << "true middles are rare";
+    EXPECT_GT(answered, all - all / 100) << "true midpoints are rare";
 }
 
 } // namespace

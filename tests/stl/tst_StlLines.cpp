@@ -115,7 +115,7 @@ std::vector<std::string> wordsOf(std::string_view line)
     std::vector<std::string> all;
     for (std::string_view word = words.next(); !word.empty(); word = words.next())
         all.emplace_back(word);
-    EXPECT_EQ(words.next(), "") << "the end is for good";
+    EXPECT_EQ(words.next(), "") << "the end is final";
     return all;
 }
 

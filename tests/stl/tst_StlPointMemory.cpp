@@ -16,7 +16,7 @@ constexpr bool declined = false;
 
 StlVertex corner(float x, float y = 0.0F, float z = 0.0F) { return {x, y, z}; }
 
-// Asks a memory and tells whether it made the answer or found it.
+// Asks a memory, and shows whether it made the answer or found it.
 template <typename Memory>
 class Asking {
 public:
@@ -80,7 +80,7 @@ TEST(StlPointMemory, APointIsItsBits)
 
 TEST(StlPointMemory, TheFirstPointIsNeverFound)
 {
-    EXPECT_EQ(AskingByBits().ask(corner(0)), 1) << "its bits are those of an unused slot, but for one";
+    EXPECT_EQ(AskingByBits().ask(corner(0)), 1) << "its bits are those of an unused slot, except for one";
     EXPECT_EQ(AskingLast().ask(corner(0)), 1);
 }
 
@@ -150,7 +150,7 @@ TEST(StlPointMemory, TheLastPointAloneIsFoundAgain)
     EXPECT_EQ(memory.ask(corner(1)), 4);
 }
 
-// Where nothing comes back, remembering is not worth its while for some time.
+// If no point recurs, the memory stops looking for a while.
 TEST(StlPointMemory, AMemoryThatFindsNothingRestsAndTriesAgain)
 {
     AskingByBits memory;
@@ -159,11 +159,11 @@ TEST(StlPointMemory, AMemoryThatFindsNothingRestsAndTriesAgain)
         memory.ask(corner(++x));
     EXPECT_EQ(memory.calls(), 5000);
     memory.ask(corner(x));
-    EXPECT_EQ(memory.calls(), 5001) << "the point before is not known, for the memory rests";
+    EXPECT_EQ(memory.calls(), 5001) << "the memory rests, so it does not know the previous point";
 
     for (int i = 0; i < 60000; ++i)
         memory.ask(corner(x));
-    EXPECT_LT(memory.calls(), 5001 + 30000) << "after its rest it finds the point again";
+    EXPECT_LT(memory.calls(), 5001 + 30000) << "once rested, it finds the point again";
     EXPECT_GT(memory.calls(), 5001 + 10000);
 }
 

@@ -378,7 +378,7 @@ TEST_F(StlReader, ANumberThatDoesNotConvertKeepsTheValueOfThePreviousFacet)
 
 TEST_F(StlReader, BeforeTheFirstFacetEveryNumberIsZero)
 {
-    load(binaryStl("", differentFacets(4))); // nothing of an earlier mesh shows through
+    load(binaryStl("", differentFacets(4))); // nothing of an earlier mesh may remain
     load("solid x\n" + asciiFacet({"0 0 1", "1 2 3", "4 5 6", "7 abc 9"}) + "endsolid x\n");
     ASSERT_EQ(mesh.stats.facetCount, 1);
     EXPECT_EQ(numbersOf(mesh.facets[0]), (FacetNumbers{0, 0, 1, 1, 2, 3, 4, 5, 6, 7, 0, 0}));

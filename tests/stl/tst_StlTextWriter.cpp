@@ -79,7 +79,7 @@ TEST(StlTextWriter, FlushingReportsAFullDisk)
         StlTextWriter writer(stream.get());
         writer.write(std::string(size, 'x'));
         EXPECT_FALSE(writer.flush());
-        EXPECT_FALSE(writer.flush()) << "a loss is not forgotten";
+        EXPECT_FALSE(writer.flush()) << "a loss stays reported";
     }
 }
 

@@ -317,7 +317,7 @@ TEST_F(RunPipelineTest, ABinaryFileIsNotOpenTwiceAtATime)
     EXPECT_EQ(runWithOpenFiles(1), Reports{"error: Invalid input file."}); // got as far as the log
 }
 
-// As on a full disk. The log no longer describes the run before. The output stays as it is, since it may be
+// As on a full disk. The log no longer describes the previous run. The output stays as it is, since it may be
 // the input.
 TEST_F(RunPipelineTest, AnIncompleteTemporaryFileEndsTheRunBeforeTheOutputIsOpened)
 {
@@ -531,7 +531,7 @@ std::size_t allocatedBytes()
 }
 
 // A mesh takes at least 50 and 4 bytes per facet. Under the sanitizer only its leak check notices.
-TEST_F(RunPipelineTest, TheMeshOfTheRunBeforeIsReleased)
+TEST_F(RunPipelineTest, TheMeshOfThePreviousRunIsReleased)
 {
     constexpr int facets = 10'000;
     writeBytes("in.stl", binaryStl("", differentFacets(facets)));

@@ -7,7 +7,7 @@
 
 #include <iterator>
 
-// One row per entry of the table, called after the entry's member `name`.
+// One row per entry of the table, named by the entry's member `name`.
 template <typename Table>
 void addRows(const Table &table)
 {
