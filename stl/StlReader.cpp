@@ -6,6 +6,7 @@
 #include "stl/StlBlocks.h"
 #include "stl/StlCommonFacet.h"
 #include "stl/StlFatal.h"
+#include "stl/StlMessages.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -173,7 +174,8 @@ std::int32_t initializeBinary(StlMesh &mesh, std::int32_t size, const char *path
     count = std::fread(storedCount, 1, sizeof storedCount, mesh.file);
     endIfUnreadable(readError(mesh.file), path);
     if (loadLittleEndian<std::uint32_t>(storedCount) != static_cast<std::uint32_t>(facets))
-        std::fputs("Warning: File size doesn't match number of facets in the header\n", stderr);
+        stlWarn("Warning: File size doesn't match number of facets in the header
+");
     return facets;
 }
 
@@ -242,7 +244,7 @@ Entry *allocateTable(std::int32_t count)
 void reportMissingFacets(const StlMesh &mesh)
 {
     if (mesh.facets == nullptr)
-        std::perror("stl_initialize");
+        stlWarnWithSystemError("stl_initialize");
 }
 
 } // namespace

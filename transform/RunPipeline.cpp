@@ -1,5 +1,6 @@
 #include "transform/RunPipeline.h"
 
+#include "stl/StlMessages.h"
 #include "stl/StlPasses.h"
 #include "stl/StlReader.h"
 #include "stl/StlWriter.h"
@@ -28,7 +29,7 @@ void RunPipeline::run(const TransformParameters &parameters, const QString &inpu
         runToTheEnd(parameters, inputPath, outputPath);
     } catch (const std::bad_alloc &) {
         errno = ENOMEM;
-        std::perror("stl_initialize");
+        stlWarnWithSystemError("stl_initialize");
         reportMissingMemory();
     }
     closeInput();
