@@ -1,6 +1,7 @@
 #include "stl/StlBlocks.h"
 
 #include "stl/StlLimits.h"
+#include "stl/StlProgress.h"
 #include "stl/Stream.h"
 
 #include <algorithm>
@@ -44,6 +45,7 @@ void StlBlockReader::readAhead(std::size_t wanted)
         const std::size_t room = std::min(blockSize, (capacity - m_end) / streamPageSize * streamPageSize);
         const std::size_t count = std::fread(m_block.get() + m_end, 1, room, m_in);
         m_end += count;
+        stlTellProgress(count);
         if (count < room)
             noteEnd();
     }

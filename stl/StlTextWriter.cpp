@@ -1,6 +1,7 @@
 #include "stl/StlTextWriter.h"
 
 #include "stl/StlNumberText.h"
+#include "stl/StlProgress.h"
 #include "stl/Stream.h"
 
 #include <algorithm>
@@ -16,6 +17,7 @@ StlTextWriter::~StlTextWriter() { handOver(m_used); }
 void StlTextWriter::handOver(std::size_t count)
 {
     m_complete = std::fwrite(m_block.get(), 1, count, m_out) == count && m_complete;
+    stlTellProgress(count);
     m_used -= count;
     std::memmove(m_block.get(), m_block.get() + count, m_used);
 }
