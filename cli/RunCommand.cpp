@@ -1,0 +1,334 @@
+#include "cli/RunCommand.h"
+
+#include "cli/Complaints.h"
+#include "cli/MeshFacts.h"
+#include "cli/PrivateFolder.h"
+#include "cli/ProgressBar.h"
+#include "cli/Publication.h"
+#include "cli/Reports.h"
+#include "cli/RunLogReader.h"
+#include "cli/StandardError.h"
+#include "stl/StlMessages.h"
+#include "stl/StlPasses.h"
+#include "stl/Stream.h"
+#include "transform/RunFiles.h"
+#include "transform/RunPipeline.h"
+#include "transform/RunReporter.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+std::string bytesOf(const std::string &path, const std::string &file)
+{
+    const Stream stream(std::fopen(path.c_str(), "rb"));
+    if (!stream)
+        throw Failure(file, std::strerror(errno));
+    std::string bytes;
+    char block[4096];
+    while (const std::size_t count = std::fread(block, 1, sizeof block, stream.get()))
+        bytes.append(block, count);
+    if (std::ferror(stream.get()) != 0)
+        throw Failure(file, std::strerror(errno));
+    return bytes;
+}
+
+TransformParameters parametersFor(const RunRequest &request)
+{
+    if (request.repeatedLog.empty())
+        return parametersOf(request.values);
+    const std::string &log = request.repeatedLog;
+    const LoggedRun run = readRunLog(bytesOf(log, log), log);
+    const TransformParameters parameters = parametersOf(request.values, run, log);
+    for (const std::string &warning : run.warnings)
+        complainOf(log, warning);
+    return parameters;
+}
+
+// A result of the run: what the user calls it, and the absolute path.
+struct Result {
+    std::string file;
+    std::string place;
+};
+
+struct Results {
+    Result output;
+    std::optional<Result> log;
+    std::optional<Result> text;
+};
+
+void refuseSameFiles(const std::string &input, const Results &results)
+{
+    std::error_code error;
+    const std::string inputPlace = fs::weakly_canonical(input, error).string();
+    for (const std::optional<Result> &other : {results.log, results.text}) {
+        if (other && (other->place == results.output.place || other->place == inputPlace))
+            throw WrongUse(visibleName(other->file) +
+                           " is the input or the output as well; give it another name");
+    }
+    if (results.log && results.text && results.log->place == results.text->place)
+        throw WrongUse(visibleName(results.log->file) +
+                       " is also where the text is kept; give it another name");
+}
+
+Results resultsOf(const RunRequest &request)
+{
+    const auto result = [&request](const std::string &file) {
+        return Result{file, placeForFile(file, request.force)};
+    };
+    Results results;
+    results.output = result(request.output);
+    if (!request.log.empty())
+        results.log = result(request.log);
+    if (request.keepTemporary)
+        results.text = result(request.output + "." + temporaryFileName);
+    refuseSameFiles(request.input, results);
+    return results;
+}
+
+bool takesLengths(const TransformParameters &p)
+{
+    return p.xSetL + p.ySetL + p.zSetL + p.xSameY + p.xSameZ + p.ySameX + p.ySameZ + p.zSameX + p.zSameY > 0;
+}
+
+int scansOf(const TransformParameters &p)
+{
+    const bool forOriginsAndLengths =
+        p.xSet0 + p.ySet0 + p.zSet0 + p.xSameY + p.xSameZ + p.ySameX + p.ySameZ + p.zSameX + p.zSameY > 0;
+    return (forOriginsAndLengths ? 1 : 0) + (p.xSetL + p.ySetL + p.zSetL > 0 ? 1 : 0);
+}
+
+// Where the private folder is made if not beside the output; empty if it is.
+std::string temporaryFolderOf(const RunRequest &request)
+{
+    if (!request.temporaryFolder.empty())
+        return fs::absolute(request.temporaryFolder).string();
+    const char *const fromEnvironment = std::getenv("TMPDIR");
+    return fromEnvironment == nullptr || *fromEnvironment == '\0' ? std::string()
+                                                                  : fs::absolute(fromEnvironment).string();
+}
+
+// The pipeline takes names as characters, in which only UTF-8 keeps its bytes. Any other name gets a link in
+// the current directory.
+QString pipelineName(const std::string &path, const char *link)
+{
+    const QString name = QString::fromUtf8(path.data(), static_cast<int>(path.size()));
+    if (name.toUtf8().toStdString() == path)
+        return name;
+    std::error_code error;
+    fs::create_symlink(path, link, error);
+    if (error)
+        throw Failure(path, "the name is not UTF-8, and a link to it cannot be made: " + error.message());
+    return link;
+}
+
+class Listener final : public RunReporter {
+public:
+    Listener(std::string input, std::string output)
+        : m_input(std::move(input)),
+          m_output(std::move(output))
+    {}
+
+    void error(const QString &text) override { m_errors.push_back(text.toStdString()); }
+    void logNotEmptied(const QString &details) override { m_errors.push_back(details.toStdString()); }
+    void finished(const QString &) override { m_hasFinished = true; }
+
+    bool succeeded() const { return m_hasFinished && m_errors.empty(); }
+
+    void tell() const
+    {
+        for (const std::string &text : m_errors)
+            complainOf(isAboutOutput(text) ? m_output : m_input, withoutPlaceholder(text));
+    }
+
+private:
+    static bool isAboutOutput(const std::string &text)
+    {
+        return text == stlWriteErrorMessage || text == "Unable to open output file.";
+    }
+
+    static std::string withoutPlaceholder(std::string text)
+    {
+        const std::size_t at = text.find("logfile: %s");
+        return at == std::string::npos ? text : text.replace(at, std::strlen("logfile: %s"), "logfile.");
+    }
+
+    std::string m_input;
+    std::string m_output;
+    std::vector<std::string> m_errors;
+    bool m_hasFinished = false;
+};
+
+// The reader's lines, in the name that the user gave. A line that ends the process ends it after this.
+class ReaderLines {
+public:
+    ReaderLines(const std::string &file, const std::string &path)
+    {
+        s_file = file;
+        s_path = path;
+        stlMessageHandlers.warning = tell;
+        stlMessageHandlers.fatal = tell;
+    }
+    ~ReaderLines() { stlMessageHandlers = {}; }
+    ReaderLines(const ReaderLines &) = delete;
+    ReaderLines &operator=(const ReaderLines &) = delete;
+
+private:
+    static void tell(const std::string &lines)
+    {
+        TerminalProgress::wipe();
+        std::string text = lines;
+        const std::size_t at = text.find(s_path);
+        if (at != std::string::npos)
+            text.replace(at, s_path.size(), visibleName(s_file));
+        complainOf(s_file, text);
+    }
+
+    static inline std::string s_file;
+    static inline std::string s_path;
+};
+
+bool isWholeText(const std::string &path)
+{
+    constexpr std::string_view end = "endsolid  \n";
+    const Stream stream(std::fopen(path.c_str(), "rb"));
+    char last[end.size()] = {};
+    return stream && std::fseek(stream.get(), -static_cast<long>(end.size()), SEEK_END) == 0 &&
+           std::fread(last, 1, end.size(), stream.get()) == end.size() &&
+           end == std::string_view(last, end.size());
+}
+
+// One run with its private folders.
+class PrivateRun {
+public:
+    PrivateRun(const RunRequest &request, Results results)
+        : m_request(request),
+          m_results(std::move(results)),
+          m_beside(fs::path(m_results.output.place).parent_path().string())
+    {
+        const std::string elsewhere = temporaryFolderOf(request);
+        if (!elsewhere.empty())
+            m_elsewhere.emplace(elsewhere);
+    }
+
+    bool run(const TransformParameters &parameters)
+    {
+        const std::string input = fs::absolute(m_request.input).string();
+        enterWorkFolder();
+        const QString inputName = pipelineName(input, privateInputLink);
+        const QString outputName =
+            m_elsewhere ? pipelineName(output(), privateOutputName) : QString(privateOutputName);
+        keepTextAside();
+        Listener listener(m_request.input, m_request.output);
+        {
+            std::optional<TerminalProgress> progress;
+            if (!m_request.quiet && TerminalProgress::isPossible())
+                progress.emplace(visibleName(m_request.input), bytesOfRun(input, scansOf(parameters)));
+            const ReaderLines lines(m_request.input, inputName.toUtf8().toStdString());
+            RunPipeline(listener).run(parameters, inputName, outputName);
+        }
+        listener.tell();
+        return listener.succeeded();
+    }
+
+    std::string output() const { return m_beside.file(privateOutputName); }
+    std::string log() const { return work().file(logFileName); }
+
+    // Everything gets its name, the output last.
+    void publish() const
+    {
+        Publication publication(m_request.force);
+        if (m_results.log)
+            publication.publish(log(), m_results.log->place, m_results.log->file);
+        if (m_results.text)
+            publication.publish(work().file(privateTextName), m_results.text->place, m_results.text->file);
+        publication.publish(output(), m_results.output.place, m_results.output.file);
+        publication.keep();
+    }
+
+    // After a failure, to look at the lines that the message names.
+    void publishText() const
+    {
+        if (!m_results.text || !isWholeText(work().file(privateTextName)))
+            return;
+        Publication publication(m_request.force);
+        publication.publish(work().file(privateTextName), m_results.text->place, m_results.text->file);
+        publication.keep();
+    }
+
+private:
+    const PrivateFolder &work() const { return m_elsewhere ? *m_elsewhere : m_beside; }
+
+    void enterWorkFolder() const
+    {
+        std::error_code error;
+        fs::current_path(work().path(), error);
+        if (error)
+            throw Failure(work().path(), error.message());
+    }
+
+    // The pipeline deletes its text after success; here it deletes a link.
+    void keepTextAside() const
+    {
+        if (!m_results.text)
+            return;
+        std::error_code error;
+        fs::create_symlink(privateTextName, temporaryFileName, error);
+        if (error)
+            throw Failure(m_results.text->file, "cannot be kept: " + error.message());
+    }
+
+    const RunRequest &m_request;
+    Results m_results;
+    PrivateFolder m_beside;
+    std::optional<PrivateFolder> m_elsewhere;
+};
+
+void printSummary(Report report, const RunSummary &summary)
+{
+    if (report != Report::none)
+        printToStandardOutput(report == Report::json ? summaryJson(summary) : summaryLine(summary));
+}
+
+} // namespace
+
+int runCommand(const RunRequest &request)
+{
+    const Clock::time_point start = Clock::now();
+    const TransformParameters parameters = parametersFor(request);
+    refuseUnusableInput(request.input);
+    RunSummary summary;
+    summary.input = request.input;
+    summary.output = request.output;
+    const bool mustBeMeasured = takesLengths(parameters) && !request.allowDegenerate;
+    if (mustBeMeasured || request.report != Report::none) {
+        const MeshFacts facts = readMeshFacts(request.input, Warnings::leaveToTheRun);
+        if (mustBeMeasured)
+            refuseDegenerateScales(facts, parameters, request.input);
+        summary.before = facts.extents;
+    }
+
+    PrivateRun run(request, resultsOf(request));
+    if (!run.run(parameters)) {
+        run.publishText();
+        return EXIT_FAILURE;
+    }
+    summary.counts = readRunLog(bytesOf(run.log(), logFileName), logFileName).counts.value_or(RunCounts());
+    if (summary.counts.facets == 0)
+        complainOf(request.input, "Warning: no facets were found");
+    if (request.report != Report::none)
+        summary.after = extentsOfOutput(run.output());
+    run.publish();
+    summary.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    printSummary(request.report, summary);
+    return EXIT_SUCCESS;
+}
