@@ -4,16 +4,14 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
-#include <fcntl.h>
+#include <cstring>
 #include <filesystem>
+#include <spawn.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
 
 namespace {
-
-constexpr int notStarted = 127;
 
 int checked(int result, const char *what)
 {
@@ -22,24 +20,44 @@ int checked(int result, const char *what)
     return result;
 }
 
+std::vector<char *> pointersTo(std::vector<std::string> &texts)
+{
+    std::vector<char *> pointers;
+    for (std::string &text : texts)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+std::vector<std::string> environmentWith(const Variables &variables)
+{
+    std::vector<std::string> environment;
+    for (char **variable = environ; *variable != nullptr; ++variable) {
+        if (std::strncmp(*variable, "TMPDIR=", 7) != 0)
+            environment.emplace_back(*variable);
+    }
+    // The first of two counts.
+    for (const auto &[name, value] : variables)
+        environment.insert(environment.begin(), name + "=" + value);
+    return environment;
+}
+
+// Not by fork, which would copy the whole process of a window thousands of times.
 pid_t start(std::vector<std::string> arguments, const Variables &variables, int out, int error)
 {
     arguments.insert(arguments.begin(), MESHVANE_CLI);
-    std::vector<char *> pointers;
-    for (std::string &argument : arguments)
-        pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-
-    const pid_t child = checked(fork(), "fork");
-    if (child != 0)
-        return child;
-    unsetenv("TMPDIR");
-    for (const auto &[name, value] : variables)
-        setenv(name.c_str(), value.c_str(), 1);
-    dup2(out, STDOUT_FILENO);
-    dup2(error, STDERR_FILENO);
-    execv(MESHVANE_CLI, pointers.data());
-    _exit(notStarted);
+    std::vector<std::string> environment = environmentWith(variables);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, out, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, error, STDERR_FILENO);
+    pid_t child = -1;
+    const int failure = posix_spawn(&child, MESHVANE_CLI, &actions, nullptr, pointersTo(arguments).data(),
+                                    pointersTo(environment).data());
+    posix_spawn_file_actions_destroy(&actions);
+    if (failure != 0)
+        throw std::system_error(failure, std::generic_category(), MESHVANE_CLI);
+    return child;
 }
 
 } // namespace
