@@ -3,6 +3,7 @@
 #include "cli/Complaints.h"
 #include "transform/RunFiles.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -24,7 +25,7 @@ struct Slot {
     volatile std::sig_atomic_t isUsed = 0;
 };
 
-std::array<Slot, 3> slots;
+std::array<Slot, 4> slots;
 
 // Calls nothing that a signal handler may not call.
 void removeFolder(Slot &slot)
@@ -78,11 +79,20 @@ int freeSlot()
     throw std::logic_error("too many private folders");
 }
 
-void fillSlot(Slot &slot, const std::string &folder)
+void fillSlot(Slot &slot, const std::string &pattern)
 {
-    slot.folder = folder;
+    slot.folder = pattern;
     for (std::size_t i = 0; i < nameCount; ++i)
-        slot.files[i] = folder + "/" + privateNames[i];
+        slot.files[i] = pattern + "/" + privateNames[i];
+}
+
+// Needs no memory: a folder that has been made must get into its slot.
+void useSlot(Slot &slot, const std::string &folder)
+{
+    std::copy(folder.begin(), folder.end(), slot.folder.begin());
+    for (std::string &file : slot.files)
+        std::copy(folder.begin(), folder.end(), file.begin());
+    slot.isUsed = 1;
 }
 
 } // namespace
@@ -91,12 +101,12 @@ PrivateFolder::PrivateFolder(const std::string &parent)
     : m_slot(freeSlot()),
       m_path(parent + "/.meshvane-XXXXXX")
 {
+    Slot &slot = slots[static_cast<std::size_t>(m_slot)];
+    fillSlot(slot, m_path);
     const SignalsHeldBack held;
     if (mkdtemp(m_path.data()) == nullptr)
         throw Failure(parent, std::string("no folder can be made in it: ") + std::strerror(errno));
-    Slot &slot = slots[static_cast<std::size_t>(m_slot)];
-    fillSlot(slot, m_path);
-    slot.isUsed = 1;
+    useSlot(slot, m_path);
 }
 
 PrivateFolder::~PrivateFolder()

@@ -1,10 +1,6 @@
 #include "cli/Publication.h"
 
 #include "cli/Complaints.h"
-#include "cli/PrivateFolder.h"
-
-#include <filesystem>
-#include <memory>
 
 namespace fs = std::filesystem;
 
@@ -48,14 +44,20 @@ std::error_code giveName(const fs::path &from, const fs::path &to, bool force)
     return error;
 }
 
-// From another file system: first the whole file beside its place.
-std::error_code copyAndMove(const fs::path &from, const fs::path &to, bool force)
+// Within a file system or from another one.
+std::error_code moveAnywhere(const fs::path &from, const fs::path &to)
 {
-    const PrivateFolder beside(to.parent_path().string());
-    const std::string copied = beside.file(privateOutputName);
     std::error_code error;
-    fs::copy_file(from, copied, error);
-    return error ? error : giveName(copied, to, force);
+    fs::rename(from, to, error);
+    if (error != std::errc::cross_device_link)
+        return error;
+    fs::copy_file(from, to, error);
+    return error;
+}
+
+[[noreturn]] void fail(const std::string &file, const std::error_code &error)
+{
+    throw Failure(file, error == std::errc::file_exists ? existsAlready : error.message());
 }
 
 } // namespace
@@ -78,23 +80,43 @@ std::string placeForFile(const std::string &file, bool force)
     return place.string();
 }
 
-Publication::~Publication()
+void Publication::stage(const std::string &from, const std::string &place, const std::string &file)
 {
-    std::error_code ignored;
-    for (const std::string &name : m_new)
-        fs::remove(name, ignored);
+    Staged staged;
+    staged.from = from;
+    staged.place = place;
+    staged.file = file;
+    const fs::path target = staged.place.parent_path();
+    if (staged.from.parent_path().parent_path() != target) {
+        staged.folder = std::make_unique<PrivateFolder>(target.string());
+        const fs::path beside = staged.folder->file(privateOutputName);
+        const std::error_code error = moveAnywhere(staged.from, beside);
+        if (error)
+            fail(file, error);
+        staged.from = beside;
+    }
+    m_staged.push_back(std::move(staged));
 }
 
-void Publication::publish(const std::string &from, const std::string &place, const std::string &file)
+void Publication::publish()
 {
-    const bool isNew = !fs::exists(fs::symlink_status(place));
-    std::error_code error = giveName(from, place, m_force);
-    if (error == std::errc::cross_device_link)
-        error = copyAndMove(from, place, m_force);
-    if (error == std::errc::file_exists)
-        throw Failure(file, existsAlready);
-    if (error)
-        throw Failure(file, error.message());
-    if (isNew)
-        m_new.push_back(place);
+    for (Staged &staged : m_staged) {
+        staged.isNew = !fs::exists(fs::symlink_status(staged.place));
+        const std::error_code error = giveName(staged.from, staged.place, m_force);
+        if (error) {
+            withdraw(staged);
+            fail(staged.file, error);
+        }
+    }
+}
+
+void Publication::withdraw(const Staged &failed)
+{
+    for (const Staged &staged : m_staged) {
+        if (&staged == &failed)
+            return;
+        std::error_code ignored;
+        if (staged.isNew)
+            fs::remove(staged.place, ignored);
+    }
 }

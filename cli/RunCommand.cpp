@@ -147,7 +147,7 @@ public:
     void tell() const
     {
         for (const std::string &text : m_errors)
-            complainOf(isAboutOutput(text) ? m_output : m_input, withoutPlaceholder(text));
+            complainOf(isAboutOutput(text) ? m_output : m_input, inWords(text));
     }
 
 private:
@@ -156,10 +156,12 @@ private:
         return text == stlWriteErrorMessage || text == "Unable to open output file.";
     }
 
-    static std::string withoutPlaceholder(std::string text)
+    // Two errors of a run are not meant for this place: one has a placeholder in it, one no words at all.
+    static std::string inWords(const std::string &text)
     {
-        const std::size_t at = text.find("logfile: %s");
-        return at == std::string::npos ? text : text.replace(at, std::strlen("logfile: %s"), "logfile.");
+        if (text.find_first_not_of('\n') == std::string::npos)
+            return "the text made of the mesh cannot be read back";
+        return text == "Cannot open logfile: %s" ? "Cannot open logfile." : text;
     }
 
     std::string m_input;
@@ -244,25 +246,22 @@ public:
     std::string log() const { return work().file(logFileName); }
 
     // Everything gets its name, the output last.
-    void publish() const
+    void stage(Publication &publication) const
     {
-        Publication publication(m_request.force);
         if (m_results.log)
-            publication.publish(log(), m_results.log->place, m_results.log->file);
-        if (m_results.text)
-            publication.publish(work().file(privateTextName), m_results.text->place, m_results.text->file);
-        publication.publish(output(), m_results.output.place, m_results.output.file);
-        publication.keep();
+            publication.stage(log(), m_results.log->place, m_results.log->file);
+        stageText(publication);
+        publication.stage(output(), m_results.output.place, m_results.output.file);
     }
 
     // After a failure, to look at the lines that the message names.
     void publishText() const
     {
-        if (!m_results.text || !isWholeText(work().file(privateTextName)))
+        if (!isWholeText(work().file(privateTextName)))
             return;
         Publication publication(m_request.force);
-        publication.publish(work().file(privateTextName), m_results.text->place, m_results.text->file);
-        publication.keep();
+        stageText(publication);
+        publication.publish();
     }
 
 private:
@@ -274,6 +273,12 @@ private:
         fs::current_path(work().path(), error);
         if (error)
             throw Failure(work().path(), error.message());
+    }
+
+    void stageText(Publication &publication) const
+    {
+        if (m_results.text)
+            publication.stage(work().file(privateTextName), m_results.text->place, m_results.text->file);
     }
 
     // The pipeline deletes its text after success; here it deletes a link.
@@ -293,10 +298,33 @@ private:
     std::optional<PrivateFolder> m_elsewhere;
 };
 
-void printSummary(Report report, const RunSummary &summary)
+std::string reportOf(Report report, const RunSummary &summary)
 {
-    if (report != Report::none)
-        printToStandardOutput(report == Report::json ? summaryJson(summary) : summaryLine(summary));
+    if (report == Report::none)
+        return {};
+    return report == Report::json ? summaryJson(summary) : summaryLine(summary);
+}
+
+RunSummary emptySummary(const RunRequest &request)
+{
+    RunSummary summary;
+    summary.input = request.input;
+    summary.output = request.output;
+    return summary;
+}
+
+// Everything that may be wrong with the mesh and can be known without a run. Returns its extents if somebody
+// wants them.
+std::array<Extent, 3> checkInput(const RunRequest &request, const TransformParameters &parameters)
+{
+    refuseUnusableInput(request.input);
+    const bool mustBeMeasured = takesLengths(parameters) && !request.allowDegenerate;
+    if (!mustBeMeasured && request.report == Report::none)
+        return {};
+    const MeshFacts facts = readMeshFacts(request.input, Warnings::leaveToTheRun);
+    if (mustBeMeasured)
+        refuseDegenerateScales(facts, parameters, request.input);
+    return facts.extents;
 }
 
 } // namespace
@@ -305,17 +333,8 @@ int runCommand(const RunRequest &request)
 {
     const Clock::time_point start = Clock::now();
     const TransformParameters parameters = parametersFor(request);
-    refuseUnusableInput(request.input);
-    RunSummary summary;
-    summary.input = request.input;
-    summary.output = request.output;
-    const bool mustBeMeasured = takesLengths(parameters) && !request.allowDegenerate;
-    if (mustBeMeasured || request.report != Report::none) {
-        const MeshFacts facts = readMeshFacts(request.input, Warnings::leaveToTheRun);
-        if (mustBeMeasured)
-            refuseDegenerateScales(facts, parameters, request.input);
-        summary.before = facts.extents;
-    }
+    RunSummary summary = emptySummary(request);
+    summary.before = checkInput(request, parameters);
 
     PrivateRun run(request, resultsOf(request));
     if (!run.run(parameters)) {
@@ -327,8 +346,11 @@ int runCommand(const RunRequest &request)
         complainOf(request.input, "Warning: no facets were found");
     if (request.report != Report::none)
         summary.after = extentsOfOutput(run.output());
-    run.publish();
+    Publication publication(request.force);
+    run.stage(publication);
     summary.seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    printSummary(request.report, summary);
+    const std::string report = reportOf(request.report, summary);
+    publication.publish(); // from here on nothing can fail but a name and standard output
+    printToStandardOutput(report);
     return EXIT_SUCCESS;
 }
