@@ -61,8 +61,7 @@ protected:
     const TemporaryFolder m_folder;
 };
 
-// ------------------------------------------------------------------------------------------- what stays
-// behind
+// ----------------------------------------------------------------------------------------- what stays behind
 
 TEST_F(Command, LeavesTheOutputAndNothingElse)
 {
@@ -142,8 +141,7 @@ TEST_F(Command, LogAndTextCannotTakeTheNameOfAnotherFile)
     EXPECT_EQ(readBytes("o._tmp_stl_"), boxMesh());
 }
 
-// --------------------------------------------------------------------------------------------- the private
-// folder
+// ---------------------------------------------------------------------------------------- the private folder
 
 // Its maker sees the folder only while the run works, so the run is made to fail in it.
 std::string triedFolder(const Arguments &options, const Variables &variables)
@@ -193,8 +191,7 @@ TEST_F(Command, WorksOnAnotherFileSystem)
     EXPECT_EQ(entriesOf("."), (Names{"in.stl", "out.stl", "out.stl._tmp_stl_", "run.log"}));
 }
 
-// ------------------------------------------------------------------------------------------------- what is
-// refused
+// ------------------------------------------------------------------------------------------- what is refused
 
 TEST_F(Command, RefusesWrongUseWithStatusTwo)
 {
@@ -327,8 +324,7 @@ TEST_F(Command, AFlatAxisCannotHaveALength)
         runMeshvane({"--force", "--y-length-of", "z", "--x-length", "0", "flat.stl", "out.stl"}));
 }
 
-// ------------------------------------------------------------------------------------------------------
-// warnings
+// -------------------------------------------------------------------------------------------------- warnings
 
 TEST_F(Command, WarnsInTheNameOfTheFile)
 {
@@ -347,8 +343,26 @@ TEST_F(Command, WarnsInTheNameOfTheFile)
     EXPECT_EQ(readBytes("out.stl"), "solid  (null)\nendsolid  \n");
 }
 
-// ---------------------------------------------------------------------------------------------------------
-// repeat
+TEST_F(Command, WithoutStandardStreamsWritesIntoNoFile)
+{
+    writeBytes("count.stl", binaryStl("the count is wrong", 7, differentFacets(4)));
+    ASSERT_EQ(runMeshvane({"count.stl", "good.stl"}).status, 0);
+    const struct {
+        const char *arguments;
+        int status;
+    } rows[] = {{"--force count.stl out.stl <&- >&- 2>&-", 0},
+                {"--force count.stl out.stl 2>&-", 0},
+                {"--force --summary count.stl out.stl >&- 2>&-", 1},
+                {"info count.stl >&- 2>&-", 1}};
+    for (const auto &row : rows) {
+        const int status = std::system((std::string(MESHVANE_CLI) + " " + row.arguments).c_str());
+        EXPECT_EQ(WEXITSTATUS(status), row.status) << row.arguments;
+        EXPECT_EQ(readBytes("count.stl").size(), 284U);
+    }
+    EXPECT_EQ(readBytes("out.stl"), readBytes("good.stl"));
+}
+
+// ---------------------------------------------------------------------------------------------------- repeat
 
 TEST_F(Command, RepeatsItsOwnLog)
 {
@@ -385,8 +399,7 @@ TEST_F(Command, WarnsOfDecimalsThatTheLogMayHaveLost)
               "meshvane-cli: a.log: Warning: xScl = 0.333333 may have had more than six decimals\n");
 }
 
-// --------------------------------------------------------------------------------------------------------
-// reports
+// --------------------------------------------------------------------------------------------------- reports
 
 QJsonObject objectOf(const std::string &line)
 {
@@ -490,8 +503,7 @@ TEST_F(Command, PrintsHelpAndVersion)
     EXPECT_EQ(runMeshvane({"--version", "ignored"}).standardOutput, "meshvane-cli " MESHVANE_VERSION "\n");
 }
 
-// ----------------------------------------------------------------------------------------------------- odd
-// names
+// ------------------------------------------------------------------------------------------------- odd names
 
 struct OddName {
     const char *situation;

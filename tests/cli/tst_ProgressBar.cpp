@@ -87,8 +87,7 @@ TEST_F(Bar, FitsALineWhateverTheName)
     EXPECT_NE(m_printed.find("xend.stl ["), std::string::npos);
 }
 
-// ------------------------------------------------------------------------------------------------------------
-// bytes
+// ----------------------------------------------------------------------------------------------------- bytes
 
 class Silent final : public RunReporter {
 public:
@@ -140,8 +139,7 @@ TEST(BytesOfRun, AreSomeNumberForAnyFile)
     }
 }
 
-// ---------------------------------------------------------------------------------------------------------
-// terminal
+// -------------------------------------------------------------------------------------------------- terminal
 
 // Everything that the command prints on a terminal while it is stopped for longer than a second.
 std::string printedOnTerminal(const char *option)
