@@ -27,7 +27,7 @@ const std::vector<CliOption> &cliOptions()
          "turn about the axis, after all else",
          "Turn the mesh and its normals about this axis through the origin, after scaling and shifting.\n"
          "Rotations are done in the order x, y, z.\n"
-         "A positive angle turns y towards z, x towards z (about y) and x towards y."},
+         "A positive angle turns y towards z about x, x towards z about y, and x towards y about z."},
         {OptionId::repeat, "repeat", '\0', ValueKind::file, "LOG", UsedBy::run,
          "take the values of a run log; options beside it win",
          "Take the values of a run log,\n.I meshvane.log\nor what\n.B \\-\\-log\nhas kept.\n"

@@ -1,6 +1,6 @@
 // A folder of the process's own, for the files that a run leaves in the current directory and for results
-// that are not whole yet. With StandardStreams and
-// ProgressBar this is where the command speaks to the system itself (POSIX).
+// that are not whole yet. This is the only place, beside the terminal, where the command speaks to the system
+// itself (POSIX).
 #pragma once
 
 #include <string>
