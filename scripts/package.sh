@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Makes the Debian package of the commit that is checked out and checks it with lintian:
+# Makes the Debian packages of the commit that is checked out and checks them with lintian:
 #   scripts/package.sh [--twice]
-# With --twice it is built again, in another folder and at another time, and both packages must be identical.
+# With --twice they are built again, in another folder and at another time, and must be identical.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -32,8 +32,8 @@ umask 022
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# build_package folder: leaves the package in folder/build. Builds the commit only, without other files of the checkout.
-build_package() {
+# build_packages folder: leaves the packages in folder/build. Builds the commit only, without other files of the checkout.
+build_packages() {
     local folder=$1
     mkdir -p "$folder/source"
     git archive "$commit" | tar --extract --directory="$folder/source"
@@ -51,18 +51,20 @@ build_package() {
     )
 }
 
-echo "Building the package of commit $(git rev-parse --short "$commit")."
-build_package "$work/first"
+echo "Building the packages of commit $(git rev-parse --short "$commit")."
+build_packages "$work/first"
 if [[ $twice == yes ]]; then
-    echo "Building it again."
-    build_package "$work/and/again"
-    cmp "$work"/first/build/*.deb "$work"/and/again/build/*.deb
-    echo "Both packages are identical."
+    echo "Building them again."
+    build_packages "$work/and/again"
+    for package in "$work"/first/build/*.deb; do
+        cmp "$package" "$work/and/again/build/${package##*/}"
+    done
+    echo "Both builds are identical."
 fi
 
+rm -rf build/package
 mkdir -p build/package
 cp "$work"/first/build/*.deb build/package
-package=$(echo build/package/*.deb)
-lintian --fail-on error,warning "$package"
+lintian --fail-on error,warning build/package/*.deb
 echo "lintian found nothing."
-sha256sum "$package"
+sha256sum build/package/*.deb

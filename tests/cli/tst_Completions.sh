@@ -49,6 +49,7 @@ bash)
     ;;
 fish)
     offered() {
+        # shellcheck disable=SC2016
         HOME=$home XDG_CONFIG_HOME=$home XDG_DATA_HOME=$home fish --no-config \
             -c 'cd $argv[1]; source $argv[2]; complete -C $argv[3]' "$home" "$file" "$1" | cut -f1 | paste -sd' '
     }

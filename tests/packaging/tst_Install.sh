@@ -17,7 +17,12 @@ DESTDIR=$root "$cmake" --install "$build" --prefix /usr >"$root/install.log"
 
 diff - <(cd "$root/usr" && find . -type f | LC_ALL=C sort) <<'END' || fail "the installed files are not these"
 ./bin/meshvane
+./bin/meshvane-cli
 ./share/applications/meshvane.desktop
+./share/bash-completion/completions/meshvane-cli
+./share/doc/meshvane-cli/changelog.gz
+./share/doc/meshvane-cli/copyright
+./share/doc/meshvane-cli/many-files.md
 ./share/doc/meshvane/changelog.gz
 ./share/doc/meshvane/copyright
 ./share/doc/meshvane/examples/README.md
@@ -29,6 +34,7 @@ diff - <(cd "$root/usr" && find . -type f | LC_ALL=C sort) <<'END' || fail "the 
 ./share/doc/meshvane/images/error-icon.png
 ./share/doc/meshvane/images/run-log.png
 ./share/doc/meshvane/images/window.png
+./share/fish/vendor_completions.d/meshvane-cli.fish
 ./share/icons/hicolor/128x128/apps/meshvane.png
 ./share/icons/hicolor/16x16/apps/meshvane.png
 ./share/icons/hicolor/22x22/apps/meshvane.png
@@ -38,21 +44,25 @@ diff - <(cd "$root/usr" && find . -type f | LC_ALL=C sort) <<'END' || fail "the 
 ./share/icons/hicolor/48x48/apps/meshvane.png
 ./share/icons/hicolor/64x64/apps/meshvane.png
 ./share/icons/hicolor/scalable/apps/meshvane.svg
+./share/man/man1/meshvane-cli.1.gz
 ./share/man/man1/meshvane.1.gz
 ./share/metainfo/org.example.meshvane.metainfo.xml
+./share/zsh/vendor-completions/_meshvane-cli
 END
 
 cd "$root/usr/share"
-[[ -x ../bin/meshvane ]] || fail "the program is not executable"
+[[ -x ../bin/meshvane && -x ../bin/meshvane-cli ]] || fail "a program is not executable"
 
 said=$(desktop-file-validate applications/meshvane.desktop) || fail "the desktop entry is not valid: $said"
 [[ -z $said ]] || fail "the desktop entry has warnings: $said"
 
 appstreamcli validate --no-net --pedantic --explain metainfo/*.xml || fail "the AppStream metadata is not clean"
 
-said=$(LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 man --warnings --local-file man/man1/meshvane.1.gz 2>&1 >"$root/page")
-[[ -z $said ]] || fail "the man page has warnings: $said"
-grep -q 'EXIT STATUS' "$root/page" || fail "the man page was not rendered"
+for page in meshvane meshvane-cli; do
+    said=$(LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 man --warnings --local-file man/man1/$page.1.gz 2>&1 >"$root/page")
+    [[ -z $said ]] || fail "the man page of $page has warnings: $said"
+    grep -q 'EXIT STATUS' "$root/page" || fail "the man page of $page was not rendered"
+done
 
 for icon in icons/hicolor/*x*/apps/meshvane.png; do
     size=$(cut -d/ -f3 <<<"$icon")

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds the Debian package twice, unpacks it, and does a run with the packaged program, started from another folder as
-# a desktop menu would start it: tst_Package.sh source-folder click-spots-program
+# Builds the Debian packages twice, unpacks them, and does a run with each: with the packaged program, started from
+# another folder as a desktop menu would start it, and with the command:
+#   tst_Package.sh source-folder click-spots-program
 set -euo pipefail
 
 source_folder=$1
@@ -23,12 +24,22 @@ fail() {
 }
 
 bash "$source_folder/scripts/package.sh" --twice
-package=$(echo "$source_folder"/build/package/*.deb)
+package=$(echo "$source_folder"/build/package/meshvane_*.deb)
+command_package=$(echo "$source_folder"/build/package/meshvane-cli_*.deb)
 
-# Only the libraries that the program is linked with, and only these of Qt.
-depends=$(dpkg-deb --field "$package" Depends | tr ',' '\n' | sed 's/^ *//; s/ .*//' | LC_ALL=C sort | paste -sd' ')
-[[ $depends == 'libc6 libgcc-s1 libqt5core5a libqt5gui5 libqt5widgets5 libstdc++6' ||
-    $depends == 'libc6 libqt5core5a libqt5gui5 libqt5widgets5 libstdc++6' ]] || fail "the package depends on: $depends"
+# Nothing but the libraries that the program is linked with, and of Qt only these: expect_depends package libraries-of-Qt
+expect_depends() {
+    local depends
+    depends=$(dpkg-deb --field "$1" Depends | tr ',' '\n' | sed 's/^ *//; s/ .*//' | LC_ALL=C sort | paste -sd' ')
+    [[ $depends == "libc6 libgcc-s1 $2 libstdc++6" || $depends == "libc6 $2 libstdc++6" ]] ||
+        fail "$1 depends on: $depends"
+}
+expect_depends "$package" 'libqt5core5a libqt5gui5 libqt5widgets5'
+expect_depends "$command_package" libqt5core5a
+
+[[ -z $(comm -12 <(dpkg-deb --fsys-tarfile "$package" | tar --list | grep -v '/$' | LC_ALL=C sort) \
+    <(dpkg-deb --fsys-tarfile "$command_package" | tar --list | grep -v '/$' | LC_ALL=C sort)) ]] ||
+    fail "the packages share a file"
 
 dpkg-deb --extract "$package" "$folder/unpacked"
 for name in Exec TryExec Icon; do
@@ -53,4 +64,20 @@ click_on Close
 wait_until 20 process_has_ended "$MESHVANE_PROCESS" || fail "the window did not close"
 wait "$MESHVANE_PROCESS" || fail "the program failed: $(<"$folder/standard-error")"
 [[ ! -s $folder/standard-error ]] || fail "the program wrote to standard error: $(<"$folder/standard-error")"
+
+dpkg-deb --extract "$command_package" "$folder/command"
+expect_command() {
+    PATH=$folder/command/usr/bin:$PATH "$@" || fail "$* ended with $?"
+}
+cp "$folder/unpacked/usr/share/doc/meshvane/examples/nameplate.stl" .
+expect_command meshvane-cli --z-origin-to-zero gear.stl by-command.stl
+cmp gear-on-bed.stl by-command.stl || fail "the window and the command make different meshes of the gear"
+expect_command meshvane-cli --repeat meshvane.log gear.stl by-log.stl
+cmp gear-on-bed.stl by-log.stl || fail "the log of the window is not repeated"
+[[ $(expect_command meshvane-cli info --json nameplate.stl) == *'"facets":556,'* ]] || fail "info tells of another mesh"
+for text in share/man/man1/meshvane-cli.1.gz share/bash-completion/completions/meshvane-cli \
+    share/zsh/vendor-completions/_meshvane-cli share/fish/vendor_completions.d/meshvane-cli.fish \
+    share/doc/meshvane-cli/many-files.md; do
+    [[ -s $folder/command/usr/$text ]] || fail "there is no $text"
+done
 echo "passed"
