@@ -5,7 +5,7 @@ PACKAGES_TO_BUILD=(g++ cmake ninja-build qtbase5-dev)
 # A screen in memory, a window manager, tools for keys, mouse and screenshots, and a font.
 PACKAGES_FOR_A_VIRTUAL_DISPLAY=(xvfb openbox xdotool x11-utils imagemagick fonts-dejavu-core)
 PACKAGES_TO_TEST=("${PACKAGES_TO_BUILD[@]}" "${PACKAGES_FOR_A_VIRTUAL_DISPLAY[@]}" libgtest-dev libgmock-dev locales
-    desktop-file-utils appstream man-db)
+    desktop-file-utils appstream man-db make parallel zsh fish)
 PACKAGES_TO_BENCHMARK=("${PACKAGES_TO_BUILD[@]}" "${PACKAGES_FOR_A_VIRTUAL_DISPLAY[@]}" libbenchmark-dev
     valgrind python3)
 PACKAGES_TO_FUZZ=("${PACKAGES_TO_BUILD[@]}" clang libclang-rt-14-dev)
