@@ -68,7 +68,8 @@ public:
         while (size < m_rest.size() && m_rest[size] >= '0' && m_rest[size] <= '9')
             ++size;
         const std::optional<double> value = strictNumber(m_rest.substr(0, size));
-        if (!value || *value > 1e15)
+        const bool hasLeadingZero = size > 1 && m_rest.front() == '0';
+        if (!value || hasLeadingZero || *value > 1e15)
             throw Failure(m_log, notALog);
         m_rest.remove_prefix(size);
         return static_cast<long>(*value);

@@ -27,5 +27,6 @@ int main(int argc, char **argv)
     writeSeeds(folder / "fuzz_StlPasses", temporaryFileSeeds());
     writeSeeds(folder / "fuzz_StlNumberText", numberTextSeeds());
     writeSeeds(folder / "fuzz_LineEditCustom", fieldSeeds());
+    writeSeeds(folder / "fuzz_RunLog", runLogSeeds());
     return 0;
 }

@@ -11,7 +11,7 @@ source "$root/scripts/lib/packages.sh"
 
 seconds=${1-60}
 seed=${2-0} # to libFuzzer, 0 means: choose one
-fuzzers=(fuzz_StlReader fuzz_StlPasses fuzz_StlNumberText fuzz_LineEditCustom)
+fuzzers=(fuzz_StlReader fuzz_StlPasses fuzz_StlNumberText fuzz_LineEditCustom fuzz_RunLog)
 build=$root/build/fuzz
 corpus=$build/corpus
 findings=$build/findings

@@ -317,3 +317,52 @@ std::vector<Seed> fieldSeeds()
     seeds.push_back({"every-policy", everything + "nall\nv1\nuq\nc-\nt-q\n?\nt1\n?\nt2.5\nr\n?\n"});
     return seeds;
 }
+
+std::vector<Seed> runLogSeeds()
+{
+    const std::string header = "\n\n-------------------------- meshvane output --------------------------\n\n"
+                               "    x = xScl * (x + xOfsB) + xOfsA\n\n    y = yScl * (y + yOfsB) + yOfsA\n\n"
+                               "    z = zScl * (z + zOfsB) + zOfsA\n\n"
+                               "- Rotation about axis is done after all other scale and translation -\n\n";
+    const std::string values = "\nCalculation started with following parameters:  \n\n"
+                               "xScl = 25.400000     xOfsB = 0.000000     xOfsA = -5.500000\n\n"
+                               "yScl = -1.000000     yOfsB = 0.333333     yOfsA = 0.000000\n\n"
+                               "zScl = 1.000000     zOfsB = -0.000000     zOfsA = 1000000000.000000\n\n";
+    const std::string options = "rotateaboutx = 90.000000     \nrotateaboutz = -30.000000     \n\n\n"
+                                "xsetL = 100.000000     \nzsetL = 0.000000     \n\n\n"
+                                "Flags:  \n\n   xSet0\n\n   zSet0\n\n";
+    const std::string outcome =
+        "\n\nNumber lines read from stl file = 16\nNumber triangles read from stl file = 2\n\n"
+        "\nCalculation finished successfully.\n\n";
+    const std::string plain = header + values + "\n\n" + outcome;
+    const std::string full = header + values + options + "\n\n" + outcome;
+    return {
+        {"empty", ""},
+        {"header-alone", header},
+        {"plain", plain},
+        {"everything", full},
+        {"without-an-outcome", header + values + options + "\n\n"},
+        {"one-same-length", header + values + "Flags:  \n\n   xSamey\n\n\n\n" + outcome},
+        {"six-same-lengths", header + values + "Flags:  \n\n" + times(6, "   xSamey\n\n") + "\n\n" + outcome},
+        {"seven-same-lengths",
+         header + values + "Flags:  \n\n" + times(7, "   xSamey\n\n") + "\n\n" + outcome},
+        {"carriage-returns", replaced(full, "\n", "\r\n")},
+        {"two-carriage-returns", replaced(full, "\n", "\r\r\n")},
+        {"infinite", replaced(plain, "25.400000", "inf")},
+        {"not-a-number", replaced(full, "90.000000", "-nan")},
+        {"negative-length", replaced(full, "xsetL = ", "xsetL = -")},
+        {"scale-of-zero", replaced(plain, "25.400000", "0.000000")},
+        {"scale-of-zero-with-a-length", replaced(full, "25.400000", "0.000000")},
+        {"scale-of-minus-zero", replaced(plain, "25.400000", "-0.000000")},
+        {"huge-number", replaced(plain, "1000000000.", "1" + std::string(308, '0') + ".")},
+        {"number-beyond-the-range", replaced(plain, "1000000000.", "1" + std::string(309, '0') + ".")},
+        {"leading-zeros", replaced(plain, "25.4", "0025.4")},
+        {"five-decimals", replaced(plain, "25.400000", "25.40000")},
+        {"exponent", replaced(plain, "25.400000", "2.54e1")},
+        {"flags-in-another-order", replaced(full, "   xSet0\n\n   zSet0\n\n", "   zSet0\n\n   xSet0\n\n")},
+        {"count-with-a-leading-zero", replaced(plain, "= 16", "= 016")},
+        {"huge-count", replaced(plain, "= 16", "= 99999999999999999999")},
+        {"zero-bytes", replaced(plain, "25.4", "25\0004"s)},
+        {"twice", plain + plain},
+    };
+}

@@ -14,3 +14,4 @@ std::vector<Seed> inputFileSeeds();
 std::vector<Seed> temporaryFileSeeds();
 std::vector<Seed> numberTextSeeds();
 std::vector<Seed> fieldSeeds();
+std::vector<Seed> runLogSeeds();

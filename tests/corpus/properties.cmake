@@ -17,6 +17,14 @@ target_link_libraries(meshvane_run_properties PUBLIC meshvane_transform_comparis
 target_sources(meshvane_run_properties INTERFACE ${corpus_folder}/FatalSeam.cpp)
 meshvane_own_code(meshvane_run_properties)
 
+if(TARGET meshvane_cli_core)
+    add_library(meshvane_run_log_property STATIC
+        ${corpus_folder}/RunLogProperty.cpp
+        ${corpus_folder}/RunLogProperty.h)
+    target_link_libraries(meshvane_run_log_property PUBLIC meshvane_cli_core meshvane_seed_corpus)
+    meshvane_own_code(meshvane_run_log_property)
+endif()
+
 add_library(meshvane_field_property STATIC
     ${corpus_folder}/FieldProperty.cpp
     ${corpus_folder}/FieldProperty.h
