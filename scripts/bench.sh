@@ -14,7 +14,7 @@ source "$root/scripts/lib/packages.sh"
 # shellcheck source=scripts/lib/virtual-display.sh
 source "$root/scripts/lib/virtual-display.sh"
 
-all_sections=(kernels run instructions growth window start-up start-up-without-opengl)
+all_sections=(kernels run instructions growth window command start-up start-up-without-opengl)
 sections=("${all_sections[@]}")
 page=$root/docs/performance.md
 facets=1000000
