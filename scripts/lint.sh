@@ -33,7 +33,7 @@ cmake --preset default >/dev/null
 cmake --build --preset default >/dev/null
 cmake --preset bench >/dev/null
 cmake --preset fuzz >/dev/null
-tidy default '(app|scripts|stl|tests|transform|widgets)'
+tidy default '(app|cli|scripts|stl|tests|transform|widgets)'
 tidy bench benchmarks
 tidy fuzz fuzz
 echo "C++: clang-tidy found nothing."
