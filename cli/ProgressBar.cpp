@@ -34,7 +34,7 @@ bool looksBinary(const std::string &beginning)
 std::string beginningOf(const std::string &file)
 {
     const Stream stream(std::fopen(file.c_str(), "rb"));
-    std::string text(64U * 1024U, '\0');
+    std::string text(std::size_t{64} * 1024, '\0');
     text.resize(stream ? std::fread(text.data(), 1, text.size(), stream.get()) : 0);
     return text;
 }

@@ -23,6 +23,7 @@ int checked(int result, const char *what)
 std::vector<char *> pointersTo(std::vector<std::string> &texts)
 {
     std::vector<char *> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string &text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);
@@ -38,7 +39,7 @@ std::vector<std::string> environmentWith(const Variables &variables)
     }
     // The first of two counts.
     for (const auto &[name, value] : variables)
-        environment.insert(environment.begin(), name + "=" + value);
+        environment.insert(environment.begin(), std::string(name).append("=").append(value));
     return environment;
 }
 
