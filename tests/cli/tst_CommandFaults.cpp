@@ -110,7 +110,7 @@ private:
         EXPECT_EQ(readBytes("in.stl"), m_mesh);
         expectNoRemains();
         if (outcome.status == 0)
-            expectEverything();
+            expectEverything(outcome.standardError);
         else
             expectNothingNew(outcome.standardError);
         return outcome.status != 0;
@@ -122,8 +122,9 @@ private:
             EXPECT_NE(entry.path().filename().string()[0], '.') << entry.path();
     }
 
-    void expectEverything() const
+    void expectEverything(const std::string &standardError) const
     {
+        EXPECT_EQ(standardError, "");
         EXPECT_TRUE(readBytes("out.stl") == m_output);
         EXPECT_TRUE(readBytes("out.log") == m_log);
         EXPECT_TRUE(readBytes("out.stl._tmp_stl_") == m_text);
