@@ -15,9 +15,9 @@ find build/coverage -name '*.gcda' -delete
 ctest --preset coverage --parallel "$(nproc)" --no-label-summary
 mkdir -p build/coverage/report
 count=(gcovr --root . --exclude-throw-branches --exclude '.*_autogen.*' --exclude '.*\.ui' build/coverage)
-for folder in stl transform widgets app; do
+for folder in stl transform widgets app cli; do
     echo "== $folder"
     "${count[@]}" --filter "$folder/" | grep -E "^(TOTAL|$folder/)"
     "${count[@]}" --filter "$folder/" --branches | grep -E '^TOTAL' | sed 's/^TOTAL/branches/'
 done
-"${count[@]}" --filter 'stl/|transform/|widgets/|app/' --html-details build/coverage/report/index.html
+"${count[@]}" --filter 'stl/|transform/|widgets/|app/|cli/' --html-details build/coverage/report/index.html
