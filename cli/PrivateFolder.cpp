@@ -16,7 +16,7 @@ namespace {
 constexpr const char *privateNames[] = {temporaryFileName, logFileName, privateOutputName, privateTextName,
                                         privateInputLink};
 constexpr std::size_t nameCount = std::size(privateNames);
-constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP};
+constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE, SIGXCPU};
 
 // What a signal handler needs to remove a folder: whole paths, made before.
 struct Slot {

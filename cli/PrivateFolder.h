@@ -10,8 +10,9 @@ constexpr const char *privateOutputName = "output.stl";
 constexpr const char *privateTextName = "text.stl";
 constexpr const char *privateInputLink = "input.stl";
 
-// Removed with its files when the object dies, but also when the process ends in another way: by exit(),
-// SIGINT, SIGTERM or SIGHUP. Only a process that is killed leaves it. There may be four at the same time.
+// Removed with its files when the object dies, but also when the process ends in another way: by exit() or by
+// a signal that ends processes on request, for want of a reader, or of time. Only a process that is killed or
+// crashes leaves it. There may be four at the same time.
 class PrivateFolder {
 public:
     // Throws Failure in the name of `parent` if there can be none in it.

@@ -362,6 +362,14 @@ TEST_F(Command, WithoutStandardStreamsWritesIntoNoFile)
     EXPECT_EQ(readBytes("out.stl"), readBytes("good.stl"));
 }
 
+// The reader of the pipe is gone before the report comes, which is after the output has its name.
+TEST_F(Command, AReportThatNobodyReadsLeavesTheOutputAndNothingElse)
+{
+    const std::string line = std::string("(sleep 0.3; ") + MESHVANE_CLI + " --summary in.stl out.stl) | true";
+    EXPECT_EQ(std::system(line.c_str()), 0);
+    EXPECT_EQ(entriesOf("."), (Names{"in.stl", "out.stl"}));
+}
+
 // ---------------------------------------------------------------------------------------------------- repeat
 
 TEST_F(Command, RepeatsItsOwnLog)
