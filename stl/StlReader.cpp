@@ -174,8 +174,7 @@ std::int32_t initializeBinary(StlMesh &mesh, std::int32_t size, const char *path
     count = std::fread(storedCount, 1, sizeof storedCount, mesh.file);
     endIfUnreadable(readError(mesh.file), path);
     if (loadLittleEndian<std::uint32_t>(storedCount) != static_cast<std::uint32_t>(facets))
-        stlWarn("Warning: File size doesn't match number of facets in the header
-");
+        stlWarn("Warning: File size doesn't match number of facets in the header\n");
     return facets;
 }
 

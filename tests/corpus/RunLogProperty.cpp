@@ -2,7 +2,7 @@
 
 #include "cli/Complaints.h"
 #include "cli/RunLogReader.h"
-#include "tests/corpus/Verdict.h"
+#include "tests/support/Verdict.h"
 #include "transform/RunLogText.h"
 
 #include <algorithm>
