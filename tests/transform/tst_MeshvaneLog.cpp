@@ -74,6 +74,7 @@ private slots:
     void hasNameSizeAndTitle();
     void textSpansTheFirstRow();
     void textHasPointSize11AndCanBeEdited();
+    void textHasTheFocusWhenTheViewerOpens();
     void exitButtonIsInTheMiddleOfTheSecondRow();
     void spacersTakeTheRestOfTheWidth();
     void textsAreTranslatedInTheContextMeshvaneLog();
@@ -136,6 +137,14 @@ void tst_MeshvaneLog::textHasPointSize11AndCanBeEdited()
     dialog.setLogText("log");
     QTest::keyClicks(text, "my ");
     QCOMPARE(text->toPlainText(), QString("my log"));
+}
+
+void tst_MeshvaneLog::textHasTheFocusWhenTheViewerOpens()
+{
+    MeshvaneLog dialog;
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QCOMPARE(dialog.focusWidget(), textOf(dialog));
 }
 
 void tst_MeshvaneLog::exitButtonIsInTheMiddleOfTheSecondRow()
