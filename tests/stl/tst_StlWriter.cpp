@@ -54,6 +54,8 @@ TEST_F(StlWriter, AMeshWithoutFacetsIsTwoLines)
     EXPECT_EQ(written(meshOf({})), "solid  (null)\nendsolid  \n");
 }
 
+TEST_F(StlWriter, AMeshThatWasNotLoadedIsTwoLines) { EXPECT_EQ(written({}), "solid  (null)\nendsolid  \n"); }
+
 TEST_F(StlWriter, ANegativeFacetCountIsAMeshWithoutFacets)
 {
     StlMesh mesh = meshOf({sample});
