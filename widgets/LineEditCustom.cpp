@@ -11,6 +11,7 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <utility>
 
 // The icons are in a static library: without this reference the linker would leave them out of the program.
 // (The macro declares a function in the global namespace.)
@@ -134,7 +135,7 @@ QString LineEditCustom::errorText()
     applyLineEditPolicy();
     errors.removeDuplicates();
     QString text;
-    for (const QString &error : qAsConst(errors))
+    for (const QString &error : std::as_const(errors))
         text += error + "<br>";
     return text;
 }

@@ -10,6 +10,7 @@
 #include <QtTest>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -197,7 +198,7 @@ void tst_FormInterlocks::widgetsAreEnabledAndDisabledInOrder()
         {"chbYSet0", {"edtYOffsB", "edtYOffsA"}},
         {"chbZSet0", {"edtZOffsB", "edtZOffsA"}},
     };
-    for (const auto &[box, order] : qAsConst(expected)) {
+    for (const auto &[box, order] : std::as_const(expected)) {
         for (const bool ticked : {true, false}) {
             changes.order.clear();
             m->tick(box, ticked);

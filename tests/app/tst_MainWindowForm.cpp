@@ -15,6 +15,7 @@
 #include <QtTest>
 
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -577,7 +578,7 @@ void tst_MainWindowForm::textsAreTranslatedInTheContextOfTheWindow()
         if (item.text && *item.text)
             expected << item.text;
     }
-    for (const QString &text : qAsConst(expected))
+    for (const QString &text : std::as_const(expected))
         QVERIFY2(collector.asked.contains("MeshvaneMainWindow: " + text), qPrintable(text));
 }
 

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <limits>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -82,7 +83,7 @@ QString PlainField::askForErrors()
         return {};
     runChecks();
     QString answer;
-    for (const QString &error : qAsConst(m_errors))
+    for (const QString &error : std::as_const(m_errors))
         answer += error + "<br>";
     return answer;
 }
@@ -118,7 +119,7 @@ void PlainField::runChecks()
         return;
     }
     iconShown = true;
-    for (const QString &error : qAsConst(m_errors))
+    for (const QString &error : std::as_const(m_errors))
         iconToolTip += m_errors.size() > 1 ? error + "<br>" : error;
 }
 
@@ -135,7 +136,7 @@ void PlainField::checkCharacters()
 {
     if (!policies.contains(5))
         return;
-    for (const QString &character : qAsConst(invalidCharacters))
+    for (const QString &character : std::as_const(invalidCharacters))
         judge(text.indexOf(character) >= 0, head("This") + " field contains invalid character: " + character);
 }
 
@@ -153,7 +154,7 @@ void PlainField::checkValues()
 {
     if (!policies.contains(6))
         return;
-    for (const QString &value : qAsConst(invalidValues))
+    for (const QString &value : std::as_const(invalidValues))
         judge(text == value, head("This") + " field contains invalid value \"" + value + "\"");
 }
 
