@@ -1,4 +1,5 @@
-// Random choices that are the same in every run of a test.
+// Random choices that are the same in every run of a test. No two of them in the arguments of one call:
+// compilers differ in the order in which they evaluate arguments, except in braces.
 #pragma once
 
 #include <QString>

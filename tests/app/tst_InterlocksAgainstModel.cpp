@@ -121,7 +121,8 @@ void actAsProgram(Dice &dice, Pair &pair)
         return pair.reset();
     if (dice.oneIn(3))
         return editOneField(dice, pair);
-    pair.set(dice.oneOf(boxNames()), dice.oneIn(2));
+    const QString box = dice.oneOf(boxNames());
+    pair.set(box, dice.oneIn(2));
 }
 
 } // namespace

@@ -50,8 +50,9 @@ private:
 void tst_LongUse::enterRandomOptions(const WindowUnderTest &window)
 {
     window.reset();
-    window.enterFiles(m_dice.oneOf({"ascii.stl", "binary.stl", "broken.stl"}),
-                      m_dice.oneIn(20) ? "/dev/full" : m_dice.oneOf({"out.stl", "other.stl"}));
+    const QString input = m_dice.oneOf({"ascii.stl", "binary.stl", "broken.stl"});
+    const QString output = m_dice.oneIn(20) ? "/dev/full" : m_dice.oneOf({"out.stl", "other.stl"});
+    window.enterFiles(input, output);
     for (const QString &name : fieldNames().mid(2)) {
         if (window.isEnabled(name))
             window.enter(name, m_dice.oneOf({"0.5", "1", "2", "-3", "1e3", "", "x"}));
@@ -83,11 +84,11 @@ void tst_LongUse::runsReleaseWhatTheyAcquire()
     int refused = 0;
     for (int run = 0; run < runs; ++run) {
         enterRandomOptions(window);
-        window.window.statusBar()->clearMessage();
         boxes.clear();
         window.run();
         QCoreApplication::processEvents();
         const bool success = window.statusText().startsWith("Calculation finished successfully.");
+        window.window.statusBar()->clearMessage(); // with its timer, which is a child of the window
         QVERIFY2(success != !boxes.boxes().isEmpty(), "a run either succeeds or shows a message");
         (success ? succeeded : refused) += 1;
         if (run != warmUp && run != runs - 1)

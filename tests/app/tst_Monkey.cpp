@@ -250,7 +250,7 @@ void Monkey::closeAViewer()
 
 void Monkey::resize()
 {
-    const QSize size(m_dice.below(1600), m_dice.below(1200));
+    const QSize size{m_dice.below(1600), m_dice.below(1200)};
     m_step = QString("resize to %1 x %2").arg(size.width()).arg(size.height());
     m_window.window.resize(size);
 }
@@ -258,7 +258,7 @@ void Monkey::resize()
 // A label, a group box or the background.
 void Monkey::clickAnInertPlace()
 {
-    const QPoint at(m_dice.below(m_window.window.width()), m_dice.below(m_window.window.height()));
+    const QPoint at{m_dice.below(m_window.window.width()), m_dice.below(m_window.window.height())};
     m_step = QString("click at %1, %2").arg(at.x()).arg(at.y());
     QWidget *hit = m_window.window.childAt(at);
     const bool inert = !hit || qobject_cast<QLabel *>(hit) || hit->objectName().startsWith("grp");
