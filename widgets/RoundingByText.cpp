@@ -5,7 +5,7 @@
 int roundToInteger(float value)
 {
     const QString text = QString::number(double{value}, 'g', 6);
-    const int point = text.lastIndexOf('.');
+    const auto point = text.lastIndexOf('.');
     if (point < 0)
         return text.toInt();
 

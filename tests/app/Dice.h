@@ -12,7 +12,11 @@ public:
     explicit Dice(unsigned seed)
         : m_generator(seed)
     {}
-    int below(int count) { return int(m_generator() % unsigned(count)); }
+    template <typename Integer>
+    Integer below(Integer count)
+    {
+        return Integer(m_generator() % unsigned(count));
+    }
     bool oneIn(int count) { return below(count) == 0; }
     QString oneOf(const QStringList &choices) { return choices.at(below(choices.size())); }
 

@@ -130,7 +130,7 @@ QString tst_KeyboardOnly::textOfBoxAfter(QPushButton *button)
 void tst_KeyboardOnly::tabVisitsEveryStopInOrder()
 {
     QStringList visited;
-    for (int count = tabStops().size(); count > 0; --count) {
+    for (auto count = tabStops().size(); count > 0; --count) {
         visited << QApplication::focusWidget()->objectName();
         press(Qt::Key_Tab);
     }
@@ -151,7 +151,7 @@ void tst_KeyboardOnly::backtabVisitsThemBackwards()
 {
     goTo("btnViewLog");
     QStringList visited;
-    for (int count = tabStops().size(); count > 0; --count) {
+    for (auto count = tabStops().size(); count > 0; --count) {
         visited.prepend(QApplication::focusWidget()->objectName());
         press(Qt::Key_Backtab, Qt::ShiftModifier);
     }

@@ -29,7 +29,7 @@ std::size_t usedMemory() { return mallinfo2().uordblks; }
 // What the process holds.
 struct Holdings {
     long files = 0;
-    int objects = 0; // children of the window
+    qsizetype objects = 0; // children of the window
     std::size_t memory = 0;
 };
 

@@ -72,7 +72,7 @@ private:
     int m_viewers = 0;
     int m_runs = 0;
     int m_successes = 0;
-    int m_refusalsBefore = 0; // of the model, before the step
+    QStringList::size_type m_refusalsBefore = 0; // of the model, before the step
 };
 
 QString Monkey::step()

@@ -15,7 +15,7 @@ struct ShownBox {
     QString informativeText;
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     QMessageBox::StandardButtons buttons;
-    int buttonCount = 0;
+    qsizetype buttonCount = 0;
     const QWidget *parent = nullptr;
     bool modal = false;
 };
