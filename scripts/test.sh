@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds Meshvane with its tests and runs them all: scripts/test.sh [preset], where the preset is default or asan.
+# Builds Meshvane with its tests and runs them all: scripts/test.sh [preset], where the preset is default,
+# qt6 or asan.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -7,7 +8,9 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 source "$root/scripts/lib/packages.sh"
 
 preset=${1-default}
-install_missing_packages "${PACKAGES_TO_TEST[@]}"
+packages=("${PACKAGES_TO_TEST[@]}")
+[[ $preset != qt6 ]] || packages+=("${PACKAGES_FOR_QT6[@]}")
+install_missing_packages "${packages[@]}"
 
 cd "$root"
 echo "Building the program and its tests in build/$preset."

@@ -2,6 +2,8 @@
 # shellcheck shell=bash disable=SC2034
 
 PACKAGES_TO_BUILD=(g++ cmake ninja-build qtbase5-dev)
+# For the preset qt6, in addition.
+PACKAGES_FOR_QT6=(qt6-base-dev qt6-5compat-dev)
 # A screen in memory, a window manager, tools for keys, mouse and screenshots, and a font.
 PACKAGES_FOR_A_VIRTUAL_DISPLAY=(xvfb openbox xdotool x11-utils imagemagick fonts-dejavu-core)
 PACKAGES_TO_TEST=("${PACKAGES_TO_BUILD[@]}" "${PACKAGES_FOR_A_VIRTUAL_DISPLAY[@]}" libgtest-dev libgmock-dev locales
