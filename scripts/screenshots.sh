@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Takes the pictures of the documentation again: scripts/screenshots.sh [--looks]
-# With --looks it takes pictures of the window in other scales, styles and colours instead, in build/looks.
+# Takes the pictures of the documentation again: scripts/screenshots.sh [--looks [preset]]
+# With --looks it takes pictures of the window in other scales, styles and colours instead, in build/looks/preset;
+# the preset is release unless given.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -15,12 +16,14 @@ install_missing_packages "${PACKAGES_TO_BUILD[@]}" "${PACKAGES_FOR_A_VIRTUAL_DIS
 
 pictures=$root/docs/images
 looks=no
+preset=release
 if [[ ${1-} == --looks ]]; then
     looks=yes
-    pictures=$root/build/looks
+    preset=${2-release}
+    pictures=$root/build/looks/$preset
 fi
-build=$root/build/release
-(cd "$root" && cmake --preset release && cmake --build --preset release --target meshvane click_spots)
+build=$root/build/$preset
+(cd "$root" && cmake --preset "$preset" && cmake --build --preset "$preset" --target meshvane click_spots)
 program=$build/app/meshvane
 CLICK_SPOTS_PROGRAM=$build/scripts/click_spots
 folder=$(mktemp -d)
