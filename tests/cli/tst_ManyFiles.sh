@@ -28,9 +28,9 @@ example() {
 
 # Meshes with blanks and letters outside ASCII in their names, in an empty place.
 begin() {
-    rm -rf "${folder:?}/work"
-    mkdir -p "$folder/work/in" "$folder/work/out"
-    cd "$folder/work"
+    rm -rf "${folder:?}/files"
+    mkdir -p "$folder/files/in" "$folder/files/out"
+    cd "$folder/files"
     cp "$meshes/gear.stl" in/gear.stl
     cp "$meshes/bracket.stl" "in/angle bracket.stl"
     cp "$meshes/nameplate.stl" in/schöner-name.stl
