@@ -51,6 +51,16 @@ Usage usageOf(const std::function<void()> &work)
     return result;
 }
 
+double userSeconds(const Usage &usage) { return usage.cpuSeconds - usage.systemSeconds; }
+
+std::string secondsPerMillion(const Usage &usage, double millions)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, "%.3f + %.3f", userSeconds(usage) / millions,
+                  usage.systemSeconds / millions);
+    return text;
+}
+
 void measureInTurn(std::vector<Contestant> &contestants, int rounds)
 {
     for (int round = 0; round < rounds; ++round) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <vector>
 
 // User and system seconds of this process so far.
@@ -18,6 +19,11 @@ struct Usage {
     bool succeeded = false;     // the process ended with status 0
 };
 Usage usageOf(const std::function<void()> &work);
+
+double userSeconds(const Usage &usage);
+
+// "user + system" per million facets.
+std::string secondsPerMillion(const Usage &usage, double millions);
 
 // One of several ways to do a job.
 struct Contestant {

@@ -107,15 +107,11 @@ void printRow(const NamedShape &shape, const Input &input, const BenchOptions &o
     require(!shape.isOrdered || haveEqualBytes("run.out", "plain.out"), "run and plain twin differ");
 
     const double millions = 1e-6 * facetsInBinary(inputs[0].path);
-    const auto printSplit = [millions](const Usage &usage) {
-        std::printf("| %.3f + %.3f ", (usage.cpuSeconds - usage.systemSeconds) / millions,
-                    usage.systemSeconds / millions);
-    };
     const double run = contestants[0].least.cpuSeconds;
-    std::printf("| %s | %s | %s ", shape.name, input.kind, options.name);
-    printSplit(contestants[0].least);
-    printSplit(contestants[1].least);
-    std::printf("| %.2f ", run / contestants[1].least.cpuSeconds);
+    std::printf("| %s | %s | %s | %s | %s | %.2f ", shape.name, input.kind, options.name,
+                secondsPerMillion(contestants[0].least, millions).c_str(),
+                secondsPerMillion(contestants[1].least, millions).c_str(),
+                run / contestants[1].least.cpuSeconds);
     if (shape.isOrdered) {
         const double plain = contestants[2].least.cpuSeconds;
         std::printf("| %.2f | %.1f |\n", plain / millions, plain / run);

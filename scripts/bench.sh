@@ -68,6 +68,7 @@ build_older_version() {
     mkdir -p "$source"
     git archive "$1" | tar --extract --directory="$source"
     cp benchmarks/{BenchMesh,BenchShapes,run_once}.* "$source/benchmarks"
+    cp tests/support/TransformCall.h "$source/tests/support"
     cat >>"$source/benchmarks/CMakeLists.txt" <<'END'
 add_executable(older_run_once run_once.cpp BenchMesh.cpp BenchShapes.cpp)
 target_include_directories(older_run_once PRIVATE ${PROJECT_SOURCE_DIR})
@@ -91,6 +92,7 @@ run_section() {
     instructions) scripts/instructions.sh ;;
     growth) "$programs/bench_Growth" "$facets" ;;
     window) "$programs/bench_Window" "$facets_of_a_run" ;;
+    command) "$programs/bench_Command" ;;
     start-up) bench_start_up env --unset=QT_XCB_GL_INTEGRATION ;; # as a desktop starts it
     start-up-without-opengl) bench_start_up env QT_XCB_GL_INTEGRATION=none ;;
     esac
