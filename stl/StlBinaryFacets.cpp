@@ -1,5 +1,6 @@
 #include "stl/StlBinaryFacets.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace {
@@ -21,8 +22,18 @@ void readNumber(std::string_view &bytes, float &value)
 
 } // namespace
 
-void StlBinaryFacetReader::readByNumbers(std::string_view bytes, StlFacet &facet)
+// A stream without positions may give the bytes of a facet in pieces.
+void StlBinaryFacetReader::readByNumbers(StlFacet &facet)
 {
+    char record[stlBinaryFacetSize];
+    std::size_t size = 0;
+    for (std::string_view piece = m_blocks.ahead(sizeof record); size < sizeof record && !piece.empty();
+         piece = m_blocks.ahead(sizeof record - size)) {
+        piece = piece.substr(0, sizeof record - size);
+        size += piece.copy(record + size, piece.size());
+        m_blocks.take(piece.size());
+    }
+    std::string_view bytes(record, size);
     for (StlVertex *point : {&facet.normal, &facet.vertex[0], &facet.vertex[1], &facet.vertex[2]}) {
         for (float *value : {&point->x, &point->y, &point->z})
             readNumber(bytes, *value);

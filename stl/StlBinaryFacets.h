@@ -5,7 +5,6 @@
 #include "stl/StlBlocks.h"
 #include "stl/StlMesh.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
@@ -27,12 +26,12 @@ public:
     void read(StlFacet &facet)
     {
         const std::string_view bytes = m_blocks.ahead(stlBinaryFacetSize);
-        const std::size_t count = std::min<std::size_t>(bytes.size(), stlBinaryFacetSize);
-        if (hostIsBigEndian || count < stlBinaryFacetSize)
-            readByNumbers(bytes.substr(0, count), facet);
-        else
-            std::memcpy(static_cast<void *>(&facet), bytes.data(), stlBinaryFacetSize);
-        m_blocks.take(count);
+        if (hostIsBigEndian || bytes.size() < stlBinaryFacetSize) {
+            readByNumbers(facet);
+            return;
+        }
+        std::memcpy(static_cast<void *>(&facet), bytes.data(), stlBinaryFacetSize);
+        m_blocks.take(stlBinaryFacetSize);
     }
 
     // The value of errno if reading has failed, else 0.
@@ -42,7 +41,7 @@ private:
     static_assert(offsetof(StlFacet, attribute) + sizeof(StlFacet::attribute) == stlBinaryFacetSize,
                   "a facet lies in memory as in the file");
 
-    static void readByNumbers(std::string_view bytes, StlFacet &facet);
+    void readByNumbers(StlFacet &facet);
 
     StlBlockReader m_blocks;
 };

@@ -8,10 +8,12 @@
 #include <memory>
 #include <string_view>
 
-// Hands out the next bytes of a stream without copying them. Bytes that were read ahead and not taken are
-// given back to the stream by the destructor, so that the stream then stands where reading byte by byte would
-// have left it. A stream without positions is read one line (of stlLongestLine characters at most) at a time,
-// and only after the line before has been taken. A null stream is empty.
+// Hands out the next bytes of a stream without copying them. The stream may be a binary or a text stream of
+// any size; the bytes are those that fread gives. Bytes that were read ahead and not taken are given back to
+// the stream by the destructor, so that the stream then stands where reading byte by byte would have left it;
+// for that it reads up to a block of the taken ones once more. A stream without positions is read one line
+// (of stlLongestLine characters at most) at a time, and only after the line before has been taken. A null
+// stream is empty.
 class StlBlockReader {
 public:
     static constexpr std::size_t blockSize = std::size_t{1024} * 1024;
@@ -37,15 +39,25 @@ public:
     int error() const { return m_error; }
 
 private:
+    // A position of the stream to which it can be set back.
+    struct Mark {
+        std::fpos_t position;
+        std::ptrdiff_t index; // in m_block; negative before it
+    };
+
     void fill(std::size_t wanted);
     void readAhead(std::size_t wanted);
     void readLine();
     void noteEnd();
+    void setMark();
+    void giveBack();
 
     // A whole block in addition to what is left of the previous one.
     static constexpr std::size_t capacity = blockSize + streamPageSize;
 
     std::FILE *m_in;
+    Mark m_mark{};      // not past the first byte that has not been taken
+    Mark m_laterMark{}; // may be past it
     bool m_canSeek;
     bool m_atEnd = false;
     int m_error = 0;
