@@ -13,8 +13,10 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <iterator>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -44,9 +46,11 @@ void endIfUnreadable(int error, const char *path)
 // Right after a call that reads.
 int readError(std::FILE *file) { return std::ferror(file) != 0 ? errno : 0; }
 
-std::FILE *openForReading(const char *path, const char *mode)
+// Binary: in a text stream of some systems byte 26 is the end. What a text stream does to line ends,
+// nextTextCharacter and countLines do.
+std::FILE *openForReading(const char *path)
 {
-    std::FILE *file = std::fopen(path, mode);
+    std::FILE *file = std::fopen(path, "rb");
     if (file == nullptr)
         endUnreadable(path);
     return file;
@@ -54,20 +58,32 @@ std::FILE *openForReading(const char *path, const char *mode)
 
 // A pipe, or another stream without positions, has no size and cannot be read twice, so it ends here. Some
 // file systems refuse to seek in a directory, with EINVAL.
+void seek(std::FILE *file, long offset, int origin, const char *path)
+{
+    if (std::fseek(file, offset, origin) != 0 && errno != EINVAL)
+        endUnreadable(path);
+}
+
+// The lowest 32 bits of the size. Where a long has no more than those, ftell does not tell every position.
 std::int32_t sizeOf(std::FILE *file, const char *path)
 {
-    if (std::fseek(file, 0, SEEK_END) != 0 && errno != EINVAL)
-        endUnreadable(path);
-    return static_cast<std::int32_t>(std::ftell(file));
+    seek(file, 0, SEEK_END, path);
+    const long end = std::ftell(file);
+    if (end >= 0)
+        return static_cast<std::int32_t>(end);
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(std::filesystem::u8path(path), error);
+    endIfUnreadable(error.default_error_condition().value(), path);
+    return static_cast<std::int32_t>(size);
 }
 
 StlType typeOf(std::FILE *file, const char *path)
 {
     unsigned char bytes[typeTestSize];
-    std::fseek(file, stlBinaryPreludeSize, SEEK_SET);
+    seek(file, stlBinaryPreludeSize, SEEK_SET, path);
     const std::size_t count = std::fread(bytes, 1, sizeof bytes, file);
     endIfUnreadable(readError(file), path);
-    std::rewind(file);
+    seek(file, 0, SEEK_SET, path);
     for (std::size_t i = 0; i < count; ++i) {
         if (bytes[i] > 127)
             return binary;
@@ -155,7 +171,7 @@ void readAsciiLabel(StlMesh &mesh, const char *path)
 std::int32_t initializeAscii(StlMesh &mesh, std::int32_t size, const char *path)
 {
     const std::int32_t lines = countLines(mesh.file, size, path);
-    std::rewind(mesh.file);
+    seek(mesh.file, 0, SEEK_SET, path);
     readAsciiLabel(mesh, path);
     return lines / linesPerFacet;
 }
@@ -164,7 +180,7 @@ std::int32_t initializeBinary(StlMesh &mesh, std::int32_t size, const char *path
 {
     std::fclose(mesh.file);
     mesh.file = nullptr; // if opening throws, no caller may close the old stream again
-    mesh.file = openForReading(path, "rb");
+    mesh.file = openForReading(path);
     if (size < smallestBinarySize || (size - stlBinaryPreludeSize) % stlBinaryFacetSize != 0)
         stlFatal(std::string("The file ") + path + " has the wrong size.\n");
     const std::int32_t facets = (size - stlBinaryPreludeSize) / stlBinaryFacetSize;
@@ -208,6 +224,9 @@ void finishStatistics(StlStats &stats)
     stats.boundingDiameter = std::sqrt(size.x * size.x + size.y * size.y + size.z * size.z);
 }
 
+// Gives the reason in errno.
+[[noreturn]] void endUnloadable() { stlFatalWithSystemError("stl_load_facets"); }
+
 template <typename FacetReader>
 void loadFacets(StlMesh &mesh, FacetReader &&reader, int firstFacet, bool first)
 {
@@ -228,8 +247,14 @@ void loadFacets(StlMesh &mesh, FacetReader &&reader, int firstFacet, bool first)
     mesh.stats.max = extents.max;
     if (reader.error() != 0) {
         errno = reader.error();
-        stlFatalWithSystemError("stl_load_facets");
+        endUnloadable();
     }
+}
+
+void seekFacets(std::FILE *file, long offset)
+{
+    if (std::fseek(file, offset, SEEK_SET) != 0)
+        endUnloadable();
 }
 
 template <typename Entry>
@@ -255,7 +280,7 @@ void stl_initialize(StlMesh &mesh, const char *path)
     mesh.stats.facetCount = 0;
     std::memset(mesh.stats.header, 0, sizeof mesh.stats.header);
 
-    mesh.file = openForReading(path, "r");
+    mesh.file = openForReading(path);
     const std::int32_t size = sizeOf(mesh.file, path);
     mesh.stats.type = typeOf(mesh.file, path);
     mesh.stats.facetCount +=
@@ -282,10 +307,10 @@ void stl_load_facets(StlMesh &mesh, int firstFacet, bool first)
     if (mesh.facets == nullptr)
         return;
     if (mesh.stats.type == binary) {
-        std::fseek(mesh.file, stlBinaryPreludeSize, SEEK_SET);
+        seekFacets(mesh.file, stlBinaryPreludeSize);
         loadFacets(mesh, StlBinaryFacetReader(mesh.file), firstFacet, first);
     } else {
-        std::rewind(mesh.file);
+        seekFacets(mesh.file, 0);
         loadFacets(mesh, StlAsciiFacetReader(mesh.file), firstFacet, first);
     }
     finishStatistics(mesh.stats);

@@ -6,9 +6,9 @@
 // label line, then per facet "facet normal x y z", "outer loop", three times "vertex x y z", "endloop" and
 // "endfacet"; keywords are skipped by position here, StlPasses checks them.
 //
-// A file that cannot be opened or read to its end ends the process with status 1 and a line on standard error
-// that gives the system's reason; so does a stream without positions, such as a pipe. A directory counts as
-// an empty file.
+// A file that cannot be opened, positioned or read to its end ends the process with status 1 and a line on
+// standard error that gives the system's reason; so does a stream without positions, such as a pipe. A
+// directory counts as an empty file, where the system opens it.
 #pragma once
 
 #include "stl/StlMesh.h"

@@ -245,10 +245,10 @@ constexpr UnreadableInput unreadableInputs[] = {
 
 INSTANTIATE_TEST_SUITE_P(, UnreadableInputs, ::testing::ValuesIn(unreadableInputs), nameOfCase);
 
-void expectEmptyMeshAfter(FaultPoint point, long n, int error)
+void expectEmptyMeshAfter(FaultPoint point, long n, int error, bool lasting = false)
 {
     Program program;
-    armFault(point, n, error, false);
+    armFault(point, n, error, lasting);
     const Reports &reports = program.run();
     disarmFaults();
     EXPECT_EQ(reports, success);
@@ -260,7 +260,8 @@ TEST(Faults, ADirectoryWithoutPositionsIsAnEmptyMesh)
 {
     const TemporaryFolder folder;
     std::filesystem::create_directory(inputName);
-    expectEmptyMeshAfter(FaultPoint::seek, 1, EINVAL);
+    for (const bool lasting : {false, true})
+        expectEmptyMeshAfter(FaultPoint::seek, 1, EINVAL, lasting);
 }
 
 TEST(Faults, ADirectoryWithASizeIsAnEmptyMesh)
@@ -314,6 +315,8 @@ constexpr FaultCase faultCases[] = {
     {"DiscFullOnce", FaultPoint::write, ENOSPC, false},
     {"DiscFullFromThenOn", FaultPoint::write, ENOSPC, true},
     {"WritingFailsOnce", FaultPoint::write, EIO, false},
+    {"SeekingFailsOnce", FaultPoint::seek, EIO, false},
+    {"SeekingFailsFromThenOn", FaultPoint::seek, EIO, true},
     {"ClosingFailsOnce", FaultPoint::close, EIO, false},
     {"ClosingFailsForLackOfSpace", FaultPoint::close, ENOSPC, true},
     {"NoMemoryForATable", FaultPoint::callocate, ENOMEM, false},
