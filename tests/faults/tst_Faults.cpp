@@ -239,6 +239,9 @@ constexpr UnreadableInput unreadableInputs[] = {
     {"BinaryInItsTypeTest", true, FaultPoint::read, 1, EIO, notOpened},
     {"BinaryInItsHeader", true, FaultPoint::read, 2, EIO, notOpened},
     {"BinaryInItsFacets", true, FaultPoint::read, 4, EIO, "stl_load_facets: Input/output error\n"},
+    {"AsciiBeforeItsTypeTest", false, FaultPoint::seek, 3, EIO, notOpened},
+    {"AsciiAfterItsTypeTest", false, FaultPoint::seek, 4, EIO, notOpened},
+    {"BinaryBeforeItsFacets", true, FaultPoint::seek, 5, EIO, "stl_load_facets: Input/output error\n"},
     {"WithoutPositions", false, FaultPoint::seek, 1, ESPIPE,
      "stl_initialize: Couldn't open in.stl for reading: Illegal seek\n"},
 };
