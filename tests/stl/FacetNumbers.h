@@ -1,9 +1,11 @@
-// The twelve numbers of a facet.
+// What a facet holds.
 #pragma once
 
 #include "stl/StlMesh.h"
+#include "tests/support/MeshFiles.h"
 
 #include <array>
+#include <string>
 
 using FacetNumbers = std::array<float, 12>; // normal, then the three corners
 
@@ -17,4 +19,17 @@ inline FacetNumbers numbersOf(const StlFacet &facet)
         *next++ = point.z;
     }
     return numbers;
+}
+
+// As in the file: twelve little-endian numbers and two bytes.
+inline std::string recordOf(const StlFacet &facet)
+{
+    std::string record;
+    for (const StlVertex &point : {facet.normal, facet.vertex[0], facet.vertex[1], facet.vertex[2]}) {
+        for (const float number : {point.x, point.y, point.z})
+            appendLittleEndian(record, number);
+    }
+    for (const unsigned char byte : facet.attribute)
+        record += static_cast<char>(byte);
+    return record;
 }

@@ -1,28 +1,14 @@
 #include "stl/StlBinaryFacets.h"
-#include "tests/support/FailingStream.h"
+#include "tests/stl/FacetNumbers.h"
 #include "tests/support/MeshFiles.h"
 #include "tests/support/TextFile.h"
 
-#include <cerrno>
 #include <gtest/gtest.h>
 #include <string>
 
 namespace {
 
 std::string recordOf(const BinaryFacet &facet) { return binaryStl("", {facet}).substr(stlBinaryPreludeSize); }
-
-// As in the file: twelve little-endian numbers and two bytes.
-std::string recordOf(const StlFacet &facet)
-{
-    std::string record;
-    for (const StlVertex &point : {facet.normal, facet.vertex[0], facet.vertex[1], facet.vertex[2]}) {
-        for (const float number : {point.x, point.y, point.z})
-            appendLittleEndian(record, number);
-    }
-    for (const unsigned char byte : facet.attribute)
-        record += static_cast<char>(byte);
-    return record;
-}
 
 TEST(StlBinaryFacets, ARecordIsNormalCornersAndAttribute)
 {
@@ -72,16 +58,6 @@ TEST(StlBinaryFacets, ARecordCutAnywhereKeepsTheRestOfThePreviousFacet)
         EXPECT_EQ(recordOf(read), expected);
         EXPECT_EQ(reader.error(), 0);
     }
-}
-
-TEST(StlBinaryFacets, AReadErrorIsKept)
-{
-    const Stream in = streamFailingAfter(std::string(stlBinaryFacetSize + 20, '\0'));
-    StlBinaryFacetReader reader(in.get());
-    StlFacet read;
-    reader.read(read);
-    reader.read(read);
-    EXPECT_EQ(reader.error(), EIO);
 }
 
 } // namespace

@@ -5,10 +5,10 @@
 #include "tests/support/TextFile.h"
 
 #include <algorithm>
-#include <cerrno>
+#include <cstdint>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
@@ -100,26 +100,111 @@ TEST(StlBlocks, AWholeBlockIsAheadWhateverIsLeftOfThePreviousOne)
     }
 }
 
+void take(StlBlockReader &reader, std::size_t count)
+{
+    while (count > 0) {
+        const std::size_t piece = std::min(count, reader.ahead(1).size());
+        ASSERT_GT(piece, 0U);
+        reader.take(piece);
+        count -= piece;
+    }
+}
+
 TEST(StlBlocks, TheDestructorLeavesTheStreamAfterWhatWasTaken)
 {
     const std::string bytes = numberedBytes(2 * blockSize + 10);
-    for (const std::size_t taken : {std::size_t{0}, std::size_t{1}, blockSize, blockSize + 1, bytes.size()}) {
-        SCOPED_TRACE(taken);
+    const struct {
+        const char *situation;
+        std::size_t taken;
+        std::size_t wanted; // afterwards
+    } rows[] = {
+        {"nothing read", 0, 0},
+        {"nothing taken", 0, 1},
+        {"in the first block", 1, 1},
+        {"in the first block, with the second one ahead", 1, blockSize},
+        {"at the end of the first block", blockSize, 0},
+        {"between two blocks", blockSize, 1},
+        {"in the second block", blockSize + 1, 1},
+        {"in the second block, with the last one ahead", blockSize + 11, blockSize},
+        {"at the end", bytes.size(), 1},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.situation);
         const Stream in = streamOf(bytes);
         {
             StlBlockReader reader(in.get());
-            std::size_t left = taken;
-            while (left > 0) {
-                const std::size_t count = std::min(left, reader.ahead(1).size());
-                reader.take(count);
-                left -= count;
-            }
-            reader.ahead(1);
+            take(reader, row.taken);
+            reader.ahead(row.wanted);
         }
-        EXPECT_EQ(std::ftell(in.get()), static_cast<long>(taken));
-        const int expected = taken < bytes.size() ? static_cast<unsigned char>(bytes[taken]) : EOF;
+        EXPECT_EQ(std::ftell(in.get()), static_cast<long>(row.taken));
+        const int expected = row.taken < bytes.size() ? static_cast<unsigned char>(bytes[row.taken]) : EOF;
         EXPECT_EQ(std::getc(in.get()), expected);
+        EXPECT_EQ(std::ferror(in.get()), 0);
     }
+}
+
+// With a whole block ahead, each step reads a page or two, long before its bytes are taken.
+TEST(StlBlocks, WhatIsLeftOfManyReadsIsGivenBack)
+{
+    const std::string bytes = numberedBytes(3 * blockSize);
+    for (const std::size_t steps : {1U, 2U, 255U, 256U, 257U, 300U}) {
+        SCOPED_TRACE(steps);
+        const Stream in = streamOf(bytes);
+        {
+            StlBlockReader reader(in.get());
+            for (std::size_t i = 0; i < steps; ++i) {
+                ASSERT_GE(reader.ahead(blockSize).size(), blockSize);
+                reader.take(streamPageSize + 1);
+            }
+        }
+        EXPECT_EQ(std::ftell(in.get()), static_cast<long>(steps * (streamPageSize + 1)));
+    }
+}
+
+// The stream reads whole buffers, so its own position is past the line.
+TEST(StlBlocks, ATextStreamIsLeftAfterWhatWasTaken)
+{
+    const TemporaryFolder folder;
+    std::string text;
+    for (int i = 0; text.size() < 2 * blockSize; ++i)
+        text += "line " + std::to_string(i) + "\n";
+    std::fputs(text.c_str(), openStream("text", "w").get());
+    for (const std::size_t near : {std::size_t{0}, std::size_t{5000}, blockSize, 2 * blockSize}) {
+        for (std::size_t taken = near; taken < near + 12 && taken <= text.size(); ++taken) {
+            for (const std::size_t wanted : {std::size_t{1}, blockSize}) {
+                SCOPED_TRACE(std::to_string(taken) + " and then " + std::to_string(wanted));
+                const Stream in = openStream("text", "r");
+                {
+                    StlBlockReader reader(in.get());
+                    take(reader, taken);
+                    reader.ahead(wanted);
+                }
+                std::string rest(20, '\0');
+                rest.resize(std::fread(rest.data(), 1, rest.size(), in.get()));
+                EXPECT_EQ(rest, text.substr(taken, 20));
+            }
+        }
+    }
+}
+
+TEST(StlBlocks, BeyondTwoGiBTheStreamIsLeftAfterWhatWasTaken)
+{
+    const TemporaryFolder folder;
+    constexpr std::uintmax_t beginning = (std::uintmax_t{1} << 31U) + 5;
+    writeBytes("large", "");
+    std::filesystem::resize_file("large", beginning); // zeros, which take no space on the disk
+    const std::string end = numberedBytes(1000);
+    std::fputs(end.c_str(), openStream("large", "ab").get());
+
+    const Stream in = openStream("large", "rb");
+    ASSERT_EQ(std::fseek(in.get(), -static_cast<long>(end.size()), SEEK_END), 0);
+    {
+        StlBlockReader reader(in.get());
+        EXPECT_EQ(reader.ahead(1), end);
+        reader.take(100);
+    }
+    StlBlockReader reader(in.get());
+    EXPECT_EQ(reader.ahead(1), end.substr(100));
 }
 
 TEST(StlBlocks, ANullStreamIsEmpty)
@@ -129,107 +214,6 @@ TEST(StlBlocks, ANullStreamIsEmpty)
     EXPECT_EQ(reader.ahead(blockSize), "");
     EXPECT_EQ(reader.ahead(1), "");
     EXPECT_EQ(reader.error(), 0);
-}
-
-struct Pipe {
-    Pipe()
-    {
-        int ends[2] = {-1, -1};
-        if (pipe(ends) == 0) {
-            out = ends[1];
-            in.reset(fdopen(ends[0], "r"));
-        }
-    }
-    ~Pipe() { closeOut(); }
-    Pipe(const Pipe &) = delete;
-    Pipe &operator=(const Pipe &) = delete;
-
-    bool write(std::string_view bytes) const
-    {
-        return ::write(out, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
-    }
-    void closeOut()
-    {
-        if (out >= 0)
-            close(out);
-        out = -1;
-    }
-
-    Stream in;
-    int out = -1;
-};
-
-// The writing end is still open: asking for more than the line would wait.
-TEST(StlBlocks, ALineOfAPipeIsReadWithoutWaitingForTheNext)
-{
-    Pipe pipe;
-    ASSERT_TRUE(pipe.write("one\n"));
-    StlBlockReader reader(pipe.in.get());
-    EXPECT_EQ(reader.ahead(stlCommonFacetSize), "one\n");
-    EXPECT_EQ(reader.ahead(stlLongestLine), "one\n");
-    reader.take(4);
-    ASSERT_TRUE(pipe.write("two\nthree"));
-    pipe.closeOut();
-    EXPECT_EQ(reader.ahead(1), "two\n");
-    reader.take(4);
-    EXPECT_EQ(reader.ahead(1), "three");
-    reader.take(5);
-    EXPECT_EQ(reader.ahead(1), "");
-    EXPECT_EQ(reader.error(), 0);
-}
-
-TEST(StlBlocks, NothingAfterTheLineOfAPipeIsTaken)
-{
-    Pipe pipe;
-    ASSERT_TRUE(pipe.write("one\ntwo\nthree\n"));
-    {
-        StlBlockReader reader(pipe.in.get());
-        reader.take(reader.ahead(stlCommonFacetSize).size());
-        reader.take(reader.ahead(stlCommonFacetSize).size());
-    }
-    char rest[20] = {};
-    ASSERT_NE(std::fgets(rest, sizeof rest, pipe.in.get()), nullptr);
-    EXPECT_STREQ(rest, "three\n");
-}
-
-TEST(StlBlocks, ALongLineOfAPipeComesInPieces)
-{
-    Pipe pipe;
-    std::string line = numberedBytes(2500);
-    std::replace(line.begin(), line.end(), '\n', ' ');
-    ASSERT_TRUE(pipe.write(line + "\nend"));
-    pipe.closeOut();
-    StlBlockReader reader(pipe.in.get());
-    for (const std::string &piece :
-         {line.substr(0, stlLongestLine), line.substr(stlLongestLine, stlLongestLine),
-          line.substr(std::size_t{2} * stlLongestLine) + "\n", std::string("end")}) {
-        EXPECT_EQ(reader.ahead(blockSize), piece);
-        reader.take(piece.size());
-    }
-    EXPECT_EQ(reader.ahead(1), "");
-}
-
-TEST(StlBlocks, AStreamThatCannotBeReadGivesTheSystemsError)
-{
-    const TemporaryFolder folder;
-    int ends[2] = {-1, -1};
-    ASSERT_EQ(pipe(ends), 0);
-    close(ends[0]);
-    const struct {
-        const char *situation;
-        Stream in;
-        int error;
-    } rows[] = {{"a directory", openStream(".", "r"), EISDIR},
-                {"a file open for writing", openStream("out", "w"), EBADF},
-                {"the writing end of a pipe", Stream(fdopen(ends[1], "w")), EBADF}};
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.situation);
-        StlBlockReader reader(row.in.get());
-        EXPECT_EQ(reader.error(), 0);
-        EXPECT_EQ(reader.ahead(1), "");
-        EXPECT_EQ(reader.error(), row.error);
-        EXPECT_NE(std::ferror(row.in.get()), 0);
-    }
 }
 
 } // namespace

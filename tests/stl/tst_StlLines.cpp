@@ -1,5 +1,4 @@
 #include "stl/StlLines.h"
-#include "tests/support/FailingStream.h"
 #include "tests/support/TextFile.h"
 
 #include <gtest/gtest.h>
@@ -161,41 +160,6 @@ TEST(StlLines, TheFirstWordThatIsNotANumberEndsThePoint)
         EXPECT_EQ(point.y, row.y);
         EXPECT_EQ(point.z, row.z);
     }
-}
-
-// The reader takes whole blocks, so it meets the error before it is asked for the lines ahead of it.
-TEST(StlLines, AnErrorCountsOnlyWhenItsLineIsAskedFor)
-{
-    const Stream in = streamFailingAfter("one\ntwo\n");
-    StlLineReader reader(in.get());
-    for (int i = 0; i < 2; ++i) {
-        ASSERT_TRUE(reader.next());
-        EXPECT_FALSE(reader.failed());
-    }
-    EXPECT_FALSE(reader.next());
-    EXPECT_TRUE(reader.failed());
-}
-
-TEST(StlLines, ALineThatAnErrorCutsShortIsNotRead)
-{
-    for (const Stream &in : {streamFailingAfter("one\ntw"), pipeFailingAfter("one\ntw")}) {
-        StlLineReader reader(in.get());
-        ASSERT_TRUE(reader.next());
-        EXPECT_FALSE(reader.failed());
-        EXPECT_FALSE(reader.next());
-        EXPECT_TRUE(reader.failed());
-        EXPECT_EQ(reader.number(), 1);
-    }
-}
-
-TEST(StlLines, AFullPieceIsWholeWithoutALineFeed)
-{
-    const Stream in = streamFailingAfter(std::string(stlLongestLine, 'a'));
-    StlLineReader reader(in.get());
-    ASSERT_TRUE(reader.next());
-    EXPECT_FALSE(reader.failed());
-    EXPECT_FALSE(reader.next());
-    EXPECT_TRUE(reader.failed());
 }
 
 TEST(StlLines, TheEndOfAFileIsNotAFailure)

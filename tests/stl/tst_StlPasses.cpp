@@ -1,8 +1,6 @@
-#include "stl/StlBlocks.h"
-#include "stl/StlCommonFacet.h"
 #include "stl/StlLimits.h"
 #include "stl/StlPasses.h"
-#include "tests/support/FailingStream.h"
+#include "tests/stl/PassCalls.h"
 #include "tests/support/TextFile.h"
 
 #include <gtest/gtest.h>
@@ -13,88 +11,6 @@
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
-
-struct Scan {
-    int result = 99;
-    std::string message;
-    std::vector<double> extents; // smallest and largest x, y, z
-};
-
-Scan scanOf(std::FILE *in)
-{
-    char message[stlMessageCapacity] = "before";
-    std::vector<double> e(6, 7.0);
-    Scan scan;
-    scan.result = stl_scan_extents(message, in, &e[0], &e[1], &e[2], &e[3], &e[4], &e[5]);
-    scan.message = message;
-    scan.extents = e;
-    return scan;
-}
-
-Scan scanOf(const std::string &text) { return scanOf(streamOf(text).get()); }
-
-struct Arguments {
-    double xScl = 1.0, yScl = 1.0, zScl = 1.0;
-    double xOfsB = 0.0, yOfsB = 0.0, zOfsB = 0.0;
-    double xOfsA = 0.0, yOfsA = 0.0, zOfsA = 0.0;
-    RotationMatrix rotX, rotY, rotZ;
-};
-
-int apply(char *message, std::FILE *in, std::FILE *out, const Arguments &a)
-{
-    return stl_apply_pass(message, in, out, a.xScl, a.yScl, a.zScl, a.xOfsB, a.yOfsB, a.zOfsB, a.xOfsA,
-                          a.yOfsA, a.zOfsA, a.rotX, a.rotY, a.rotZ);
-}
-
-struct Rewrite {
-    int result = 99;
-    std::string message;
-    std::string output;
-};
-
-Rewrite rewriteOf(std::FILE *in, const Arguments &arguments = {})
-{
-    const Stream out = streamOf("");
-    char message[stlMessageCapacity] = "before";
-    Rewrite rewrite;
-    rewrite.result = apply(message, in, out.get(), arguments);
-    rewrite.message = message;
-    rewrite.output = bytesOf(out);
-    return rewrite;
-}
-
-Rewrite rewriteOf(const std::string &text, const Arguments &arguments = {})
-{
-    return rewriteOf(streamOf(text).get(), arguments);
-}
-
-std::string totals(int lines, int triangles)
-{
-    return "\nNumber lines read from stl file = " + std::to_string(lines) +
-           "\nNumber triangles read from stl file = " + std::to_string(triangles) + "\n";
-}
-
-const std::string label = "solid  (null)\n";
-const std::string facetStart = "  facet normal  0.00000000E+00  0.00000000E+00  1.00000000E+00\n"
-                               "    outer loop\n";
-const std::string corners = "      vertex  1.00000000E+00  2.00000000E+00  3.00000000E+00\n"
-                            "      vertex -4.00000000E+00  5.00000000E+00  6.00000000E+00\n"
-                            "      vertex  7.00000000E+00  8.00000000E+00 -9.00000000E+00\n";
-const std::string facetEnd = "    endloop\n"
-                             "  endfacet\n";
-const std::string facet = facetStart + corners + facetEnd;
-const std::string endLine = "endsolid  \n";
-
-// Several blocks of the reader and of the writer.
-constexpr int manyFacets = 3 * StlBlockReader::blockSize / stlCommonFacetSize;
-
-std::string largeMesh()
-{
-    std::string text = label;
-    for (int i = 0; i < manyFacets; ++i)
-        text += facet;
-    return text + endLine;
-}
 
 // One facet with the numbers of its three vertex lines; those of the normal are large.
 std::string meshOf(const std::string &a, const std::string &b, const std::string &c)
@@ -304,32 +220,6 @@ TEST(StlPasses, TheRewriteWritesWhereTheOutputStands)
     EXPECT_EQ(apply(message, in.get(), out.get(), {}), 0);
     std::fputs("more\n", out.get());
     EXPECT_EQ(bytesOf(out), "kept\n" + label + endLine + "more\n");
-}
-
-TEST(StlPasses, AnOutputThatIsFullIsAFailure)
-{
-    const std::string texts[] = {label, label + facet + endLine, largeMesh()};
-    for (const std::string &text : texts) {
-        SCOPED_TRACE(text.size());
-        const Stream in = streamOf(text);
-        const Stream out = openStream("/dev/full", "w");
-        char message[stlMessageCapacity] = "before";
-        EXPECT_EQ(apply(message, in.get(), out.get(), {}), -1);
-        EXPECT_STREQ(message, "\nError writing stl file\n");
-    }
-}
-
-TEST(StlPasses, AReadErrorAfterTheEndsolidLineIsNoFailure)
-{
-    const std::string whole = label + facet + endLine;
-    for (const char *rest : {"", "more\n", "mo"}) {
-        SCOPED_TRACE(rest);
-        const std::string text = whole + rest;
-        EXPECT_EQ(scanOf(streamFailingAfter(text).get()).result, 0);
-        const Rewrite rewrite = rewriteOf(streamFailingAfter(text).get());
-        EXPECT_EQ(rewrite.result, 0);
-        EXPECT_EQ(rewrite.output, rewriteOf(whole).output);
-    }
 }
 
 // Extents

@@ -70,19 +70,6 @@ TEST(StlTextWriter, ManyPointsArriveInOrder)
     EXPECT_TRUE(bytesOf(stream) == expected);
 }
 
-TEST(StlTextWriter, FlushingReportsAFullDisk)
-{
-    for (const std::size_t size :
-         {std::size_t{1}, StlTextWriter::largestRoom / 5, 6 * StlTextWriter::largestRoom}) {
-        SCOPED_TRACE(size);
-        const Stream stream = openStream("/dev/full", "w");
-        StlTextWriter writer(stream.get());
-        writer.write(std::string(size, 'x'));
-        EXPECT_FALSE(writer.flush());
-        EXPECT_FALSE(writer.flush()) << "a loss stays reported";
-    }
-}
-
 TEST(StlTextWriter, AnotherWriterCanGoOnAfterAFlush)
 {
     const Stream stream = streamOf("");

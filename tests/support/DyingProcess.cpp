@@ -1,5 +1,7 @@
 #include "tests/support/DyingProcess.h"
 
+#include "tests/support/StandardErrorCapture.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -12,13 +14,6 @@ extern "C" void __gcov_dump();
 #endif
 
 namespace {
-
-int checked(int result, const char *what)
-{
-    if (result < 0)
-        throw std::system_error(errno, std::generic_category(), what);
-    return result;
-}
 
 // The coverage of the child counts, too.
 [[noreturn]] void end(int status)
@@ -42,37 +37,16 @@ int checked(int result, const char *what)
 
 } // namespace
 
-StandardErrorCapture::StandardErrorCapture()
-    : m_before(dup(STDERR_FILENO)),
-      m_collector(streamOf(""))
-{
-    std::fflush(stderr);
-    checked(m_before, "dup");
-    checked(dup2(fileno(m_collector.get()), STDERR_FILENO), "dup2");
-}
-
-StandardErrorCapture::~StandardErrorCapture()
-{
-    std::fflush(stderr);
-    dup2(m_before, STDERR_FILENO);
-    close(m_before);
-}
-
-std::string StandardErrorCapture::text() const
-{
-    std::fflush(stderr);
-    return bytesOf(m_collector);
-}
-
 ProcessOutcome outcomeOf(const std::function<void()> &action)
 {
     std::fflush(nullptr); // or the child would write it, too
     const StandardErrorCapture capture;
-    const pid_t child = checked(fork(), "fork");
+    const pid_t child = fork();
     if (child == 0)
         runAndEnd(action);
     int status = 0;
-    checked(waitpid(child, &status, 0), "waitpid");
+    if (child < 0 || waitpid(child, &status, 0) < 0)
+        throw std::system_error(errno, std::generic_category(), "child process");
     ProcessOutcome outcome;
     outcome.exited = WIFEXITED(status);
     outcome.status = outcome.exited ? WEXITSTATUS(status) : WTERMSIG(status);

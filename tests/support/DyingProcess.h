@@ -1,8 +1,6 @@
 // How code that may end its process ends it: exit status and standard error.
 #pragma once
 
-#include "tests/support/TextFile.h"
-
 #include <functional>
 #include <string>
 
@@ -17,18 +15,3 @@ struct ProcessOutcome {
 constexpr int survivedStatus = 77;
 constexpr int thrownStatus = 78;
 ProcessOutcome outcomeOf(const std::function<void()> &action);
-
-// Collects what this process writes to standard error while the object lives.
-class StandardErrorCapture {
-public:
-    StandardErrorCapture();
-    ~StandardErrorCapture();
-    StandardErrorCapture(const StandardErrorCapture &) = delete;
-    StandardErrorCapture &operator=(const StandardErrorCapture &) = delete;
-
-    std::string text() const;
-
-private:
-    int m_before = -1;
-    Stream m_collector;
-};

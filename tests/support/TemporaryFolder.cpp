@@ -1,19 +1,18 @@
 #include "tests/support/TemporaryFolder.h"
 
+#include "tests/support/UnusedPath.h"
+
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
 #include <system_error>
 
 namespace fs = std::filesystem;
 
 TemporaryFolder::TemporaryFolder()
-    : m_before(fs::current_path())
+    : m_before(fs::current_path()),
+      m_path(unusedTemporaryPath())
 {
-    std::string pattern = (fs::temp_directory_path() / "meshvane-test-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr)
-        throw std::system_error(errno, std::generic_category(), pattern);
-    m_path = pattern;
+    fs::create_directory(m_path);
+    fs::permissions(m_path, fs::perms::owner_all);
     fs::current_path(m_path);
 }
 

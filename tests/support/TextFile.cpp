@@ -1,7 +1,8 @@
 #include "tests/support/TextFile.h"
 
+#include "tests/support/ScratchStream.h"
+
 #include <cerrno>
-#include <sys/mman.h>
 #include <system_error>
 
 namespace {
@@ -30,6 +31,8 @@ Stream openStream(const std::string &path, const char *mode)
 
 std::string readBytes(const std::string &path) { return bytesOf(openStream(path, "rb")); }
 
+std::string readText(const std::string &path) { return bytesOf(openStream(path, "r")); }
+
 void writeBytes(const std::string &path, std::string_view bytes)
 {
     write(openStream(path, "wb"), bytes, path);
@@ -37,10 +40,8 @@ void writeBytes(const std::string &path, std::string_view bytes)
 
 Stream streamOf(std::string_view bytes)
 {
-    Stream stream(fdopen(memfd_create("stream", 0), "w+b"));
-    if (!stream)
-        throw systemError("stream in memory");
-    write(stream, bytes, "stream in memory");
+    Stream stream = scratchStream();
+    write(stream, bytes, "scratch stream");
     std::rewind(stream.get());
     return stream;
 }

@@ -11,9 +11,10 @@
 // All of these throw std::system_error if the system refuses.
 std::string readBytes(const std::string &path);
 void writeBytes(const std::string &path, std::string_view bytes);
+std::string readText(const std::string &path); // line feeds instead of the system's line ends
 Stream openStream(const std::string &path, const char *mode);
 
-// A file in memory with these bytes, open at its start for reading and writing.
+// A file with these bytes, open at its start for reading and writing. Nothing of it stays when it is closed.
 Stream streamOf(std::string_view bytes);
 
 // All bytes of a stream, whatever its position, which is at the end afterwards.

@@ -9,6 +9,7 @@
 #include "tests/support/RunParameters.h"
 #include "tests/support/RunTexts.h"
 #include "tests/support/Sanitizers.h"
+#include "tests/support/StandardErrorCapture.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
 #include "tests/support/TransformCall.h"
