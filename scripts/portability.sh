@@ -47,7 +47,8 @@ describe_target() {
         compiler=x86_64-w64-mingw32-g++-posix
         runner=(/usr/lib/wine/wine64)
         runs_on=wine
-        arguments=(-DCMAKE_SYSTEM_NAME=Windows -DCMAKE_EXE_LINKER_FLAGS=-static)
+        arguments+=(-DCMAKE_SYSTEM_NAME=Windows -DCMAKE_C_COMPILER=x86_64-w64-mingw32-gcc-posix
+            -DCMAKE_EXE_LINKER_FLAGS=-static)
         ;;
     *)
         echo "No such target: $1. There are: ${all_targets[*]}" >&2
@@ -113,7 +114,7 @@ run_target() {
 
     ctest --test-dir "$folder" --parallel "$(nproc)" >"$folder/test.log" 2>&1 || status=1
     tests=$(tests_of "$folder/test.log" | tr -d '\n')
-    [[ $target != windows ]] || left_out='the tests of the folders need POSIX; carriage returns are not compared'
+    [[ $target != windows ]] || left_out='tests that need POSIX; carriage returns are not compared'
     row="| $target | $("$compiler" --version | head -n 1) | $(version_of_runner) | $bytes | $tests | $warnings | $left_out |"
     return "$status"
 }
