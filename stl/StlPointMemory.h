@@ -142,7 +142,7 @@ public:
         if (m_rest > 0) {
             --m_rest;
         } else {
-            slot = &m_slots[Key::template slotOf<slotBits>(point)];
+            slot = m_slots.get() + Key::template slotOf<slotBits>(point);
             const bool found = slot->key.equals(point);
             count(found);
             if (found) {

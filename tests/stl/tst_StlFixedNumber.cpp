@@ -465,7 +465,8 @@ TEST(StlFixedNumber, SeveralWrongCharactersAreSeenAsWell)
     for (int i = 0; i < 2000000; ++i) {
         std::string text = " 1.23456789E+05";
         for (std::uint64_t changes = 1 + random() % 4; changes > 0; --changes)
-            text[random() % 15] = static_cast<char>(static_cast<unsigned char>(random() % 256));
+            text[static_cast<unsigned>(random() % 15)] =
+                static_cast<char>(static_cast<unsigned char>(random() % 256));
         ASSERT_EQ(stlIsFixedNumber(text.data()), hasForm(text)) << text;
     }
 }

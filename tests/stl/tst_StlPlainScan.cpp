@@ -154,7 +154,7 @@ private:
         return text + zeros() + digits(oneIn(8) ? below(7) : 1 + below(2));
     }
 
-    std::mt19937_64 m_random{20240229};
+    std::mt19937 m_random{20240229};
 };
 
 TEST(StlPlainScan, GeneratedTokensAreReadAsByFscanf)

@@ -46,7 +46,7 @@ TEST(StlWriterFailures, AFileThatCannotBeOpenedEndsTheProcess)
         SCOPED_TRACE(path);
         const FacetsOf mesh(1);
         const ProcessOutcome outcome =
-            outcomeOf([&mesh, &path = path] { stl_write_ascii(mesh, path.c_str()); });
+            outcomeOf([&mesh, &name = path] { stl_write_ascii(mesh, name.c_str()); });
         EXPECT_TRUE(outcome.exited);
         EXPECT_EQ(outcome.status, 1);
         std::string line = "stl_write_ascii: Couldn't open ";

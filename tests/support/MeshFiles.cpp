@@ -32,7 +32,8 @@ std::string binaryStl(std::string_view header, std::uint32_t storedCount,
 
 std::string binaryStl(std::string_view header, const std::vector<BinaryFacet> &facets)
 {
-    return binaryStl(header, static_cast<std::uint32_t>(facets.size()), facets);
+    const std::uint64_t count = facets.size();
+    return binaryStl(header, static_cast<std::uint32_t>(count), facets);
 }
 
 std::vector<BinaryFacet> differentFacets(int n)

@@ -113,7 +113,10 @@ void replaceAll(std::string &text, const std::string &old, const std::string &re
 
 int OddMeshText::below(int n) { return static_cast<int>(m_random() % static_cast<std::uint64_t>(n)); }
 
-std::size_t OddMeshText::positionIn(const std::string &text) { return m_random() % (text.size() + 1); }
+std::size_t OddMeshText::positionIn(const std::string &text)
+{
+    return static_cast<std::size_t>(below(static_cast<int>(text.size()) + 1));
+}
 
 double OddMeshText::parameter()
 {
