@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <sys/mman.h>
 #include <system_error>
 #include <vector>
 
@@ -37,6 +38,18 @@ ResourceLimit ResourceLimit::ofFileSize(std::size_t bytes) { return {RLIMIT_FSIZ
 ResourceLimit ResourceLimit::ofMemory(std::size_t bytes)
 {
     return {RLIMIT_AS, underAddressSanitizer ? RLIM_INFINITY : bytes};
+}
+
+bool ResourceLimit::memoryCanBeLimited()
+{
+    constexpr std::size_t bytes = std::size_t{16} << 20;
+    const ResourceLimit limit = ofMemory(bytes);
+    // The code of this process takes some of it already.
+    void *const granted = mmap(nullptr, bytes, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (granted == MAP_FAILED)
+        return true;
+    munmap(granted, bytes);
+    return false;
 }
 
 ResourceLimit::ResourceLimit(Resource resource, rlim_t limit)

@@ -17,6 +17,10 @@ public:
     // meshvane_failing_allocations, then it refuses single allocations above 1 GiB.
     static ResourceLimit ofMemory(std::size_t bytes);
 
+    // False where ofMemory() limits nothing: under AddressSanitizer, and in an emulated process, whose
+    // emulator accepts the limit and does not keep it.
+    static bool memoryCanBeLimited();
+
     ~ResourceLimit() { lift(); }
     ResourceLimit(const ResourceLimit &) = delete;
     ResourceLimit &operator=(const ResourceLimit &) = delete;
