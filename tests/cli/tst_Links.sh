@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# The command needs Qt Core and nothing else of Qt, and its sources reach down only: tst_Links.sh program source-folder
+# The command needs Qt Core and nothing else of Qt, and its sources reach down only:
+#   tst_Links.sh program source-folder major-version-of-Qt
 set -euo pipefail
 
 fail() {
@@ -10,9 +11,9 @@ fail() {
 needed=$(readelf --dynamic --wide "$1" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | LC_ALL=C sort)
 [[ -n $needed ]] || fail "readelf finds no libraries in $1"
 qt=$(grep -i qt <<<"$needed" || true)
-[[ $qt == libQt5Core.so.5 ]] || fail "needs these of Qt: $qt"
+[[ $qt == "libQt$3Core.so.$3" ]] || fail "needs these of Qt: $qt"
 loaded=$(ldd "$1" | sed -n 's/^[[:space:]]*\([^ ]*\) =>.*/\1/p')
-forbidden=$(grep -Ei 'libqt5(gui|widgets)|libx11|libxcb|libgl\.|libegl|libwayland' <<<"$loaded" || true)
+forbidden=$(grep -Ei 'libqt[0-9](gui|widgets)|libx11|libxcb|libgl\.|libegl|libwayland' <<<"$loaded" || true)
 [[ -z $forbidden ]] || fail "brings along: $forbidden"
 
 includes=$(grep -rhoE '#include "[a-z]+/' "$2/cli" | sort -u | sed 's/#include "//' | paste -sd' ')
