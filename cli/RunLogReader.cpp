@@ -122,7 +122,8 @@ void readBlock(LogCursor &log, LoggedRun &run, const std::string &before, const 
 {
     bool isThere = false;
     for (int axis = 0; axis < axisCount; ++axis) {
-        const std::string name = before + axisLetters[axis] + after;
+        std::string name = before;
+        name.append(1, axisLetters[axis]).append(after);
         if (log.rest().substr(0, name.size() + 1) != name + " ")
             continue;
         run.parameters.*(fieldsOf(axis).*value) = log.number(name, "     \n", run.warnings);
