@@ -19,8 +19,11 @@ PACKAGES_TO_COMPARE=(meshlab libgl1-mesa-dri openscad blender freecad gmsh pytho
     python3 python3-numpy time)
 
 package_is_installed() {
-    local status
-    status=$(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) && [[ $status == installed ]]
+    # A package can be there for several architectures; asked for is this machine's, unless the name says another.
+    local architecture=${1##*:}
+    [[ $1 == *:* ]] || architecture=$(dpkg --print-architecture)
+    dpkg-query --show --showformat='${db:Status-Status} ${Architecture}\n' "$1" 2>/dev/null |
+        grep -xE "installed ($architecture|all)" >/dev/null
 }
 
 run_as_root() {
