@@ -524,12 +524,13 @@ TEST_P(OddNames, CanBeInputOutputLogAndFolder)
 {
     const std::string &name = GetParam().name;
     fs::create_directory(name);
-    writeBytes(name + "/" + name, boxMesh());
+    const std::string inFolder = fs::path(name) / name;
+    writeBytes(inFolder, boxMesh());
     const std::string log = name.size() > 200 ? "log" : name + ".log";
     for (const char *temporary : {".", ""}) {
         const Variables variables{{"TMPDIR", temporary}, {"LC_ALL", "C"}};
-        const CommandResult result = runMeshvane(
-            doubling + Arguments{"--log", log, "--", name + "/" + name, name + "/out.stl"}, variables);
+        const CommandResult result =
+            runMeshvane(doubling + Arguments{"--log", log, "--", inFolder, name + "/out.stl"}, variables);
         expectSilentSuccess(result);
         EXPECT_EQ(readBytes(name + "/out.stl"), doubledBox());
         EXPECT_TRUE(isWholeLog(readBytes(log)));

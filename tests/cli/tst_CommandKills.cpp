@@ -137,6 +137,7 @@ TEST(AtOnce, TwoHundredRunsInOneFolderDoNotMeet)
         fs::remove("expected.stl");
     }
     std::vector<pid_t> processes;
+    processes.reserve(many);
     for (int i = 0; i < many; ++i)
         processes.push_back(
             startMeshvane({"--x-scale", std::to_string(i % 4 + 1), "--log", std::to_string(i) + ".log",
@@ -158,6 +159,7 @@ TEST(AtOnce, OfRunsWithOneOutputWithoutForceOneWins)
     writeBytes("in.stl", binaryStl("made by hand", differentFacets(2000)));
     for (int round = 0; round < 5; ++round) {
         std::vector<pid_t> processes;
+        processes.reserve(20);
         for (int i = 0; i < 20; ++i)
             processes.push_back(startMeshvane({"in.stl", "out.stl"}));
         int done = 0;
@@ -179,6 +181,7 @@ TEST(AtOnce, RunsWithOneOutputAndForceAllLeaveAWholeOne)
     ASSERT_EQ(runMeshvane({"in.stl", "out.stl"}).status, 0);
     const std::string whole = readBytes("out.stl");
     std::vector<pid_t> processes;
+    processes.reserve(40);
     for (int i = 0; i < 40; ++i)
         processes.push_back(startMeshvane({"--force", "in.stl", "out.stl"}));
     for (const pid_t process : processes) {

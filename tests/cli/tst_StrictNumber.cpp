@@ -65,8 +65,7 @@ TEST(StrictNumber, RefusesEverythingElse)
                              "1'000",
                              "5mm",
                              "50%",
-                             "\xE2\x88\x92"
-                             "5",
+                             "\xE2\x88\x92\x35", // a minus sign that is no hyphen, and 5
                              "\xD9\xA3"})
         EXPECT_FALSE(strictNumber(text)) << text;
     EXPECT_FALSE(strictNumber(std::string_view("5\0", 2)));
