@@ -11,6 +11,8 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # shellcheck source=scripts/lib/packages.sh
 source "$root/scripts/lib/packages.sh"
+# shellcheck source=scripts/lib/conditions.sh
+source "$root/scripts/lib/conditions.sh"
 # shellcheck source=scripts/lib/virtual-display.sh
 source "$root/scripts/lib/virtual-display.sh"
 
@@ -98,17 +100,11 @@ run_section() {
     esac
 }
 
-# The conditions of the measurement in one line, without the machine's name.
 conditions() {
-    local processor memory compiler system
-    processor=$(sed -n 's/^model name[[:space:]]*: //p' /proc/cpuinfo | head -n 1)
-    memory=$(awk '$1 == "MemTotal:" { printf "%.0f", $2 / 1048576 }' /proc/meminfo)
+    local compiler
     compiler=$(sed -n 's/^set(CMAKE_CXX_COMPILER_\(ID\|VERSION\) "\(.*\)")$/\2/p' \
         build/bench/CMakeFiles/*/CMakeCXXCompiler.cmake | paste -sd' ')
-    # shellcheck source=/dev/null
-    system=$(source /etc/os-release && echo "$PRETTY_NAME")
-    echo "Measured on $(date +%F): ${processor:-unknown processor}, $(nproc) processors, $memory GiB of memory," \
-        "$system, compiler $compiler."
+    echo "$(machine_conditions), compiler $compiler."
 }
 
 # write_section name file: puts the file's text between the markers of that name; fails if the page has none.

@@ -9,6 +9,8 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # shellcheck source=scripts/lib/packages.sh
 source "$root/scripts/lib/packages.sh"
+# shellcheck source=scripts/lib/conditions.sh
+source "$root/scripts/lib/conditions.sh"
 # shellcheck source=scripts/lib/virtual-display.sh
 source "$root/scripts/lib/virtual-display.sh"
 
@@ -33,16 +35,10 @@ install_programs() {
     done
 }
 
-# The conditions of the measurement in one line, without the machine's name.
 conditions() {
-    local processor memory system load
-    processor=$(sed -n 's/^model name[[:space:]]*: //p' /proc/cpuinfo | head -n 1)
-    memory=$(awk '$1 == "MemTotal:" { printf "%.0f", $2 / 1048576 }' /proc/meminfo)
-    # shellcheck source=/dev/null
-    system=$(source /etc/os-release && echo "$PRETTY_NAME")
+    local load
     read -r load _ </proc/loadavg
-    echo "Measured on $(date +%F): ${processor:-unknown processor}, $(nproc) processors, $memory GiB of memory," \
-        "$system; load average before the first round: $load."
+    echo "$(machine_conditions); load average before the first round: $load."
 }
 
 make_folder() { # name, facets
@@ -55,7 +51,7 @@ install_missing_packages "${PACKAGES_TO_BENCHMARK[@]}"
 install_programs
 cd "$root"
 cmake --preset bench >/dev/null
-cmake --build --preset bench --target run_once compare_job
+cmake --build --preset bench --target run_once meshvane-cli
 mkdir "$folder/bin"
 g++ -O2 "$jobs/assimp_job.cpp" -o "$folder/bin/assimp_job" -lassimp || echo "assimp_job cannot be built." >&2
 make_folder tiny 18
@@ -64,7 +60,7 @@ make_folder large "$facets"
 start_virtual_display "$folder/display"
 unset QT_XCB_GL_INTEGRATION QT_STYLE_OVERRIDE
 measured_under=$(conditions)
-export PATH=$folder/bin:$root/build/bench/benchmarks:$PATH LC_ALL=C.UTF-8 PYTHONDONTWRITEBYTECODE=1
+export PATH=$folder/bin:$root/build/bench/cli:$PATH LC_ALL=C.UTF-8 PYTHONDONTWRITEBYTECODE=1
 "$python" scripts/compare/measure.py "$folder" "$rounds"
 "$python" scripts/compare/write_page.py "$folder/results.json" docs/comparison.md docs/images/comparison.svg \
     "$measured_under"

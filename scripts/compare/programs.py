@@ -11,7 +11,13 @@ class Program(NamedTuple):
 
 
 PROGRAMS = [
-    Program("Meshvane", "", "compare_job", "the engine of the program, without its window"),
+    Program(
+        "Meshvane",
+        "",
+        "meshvane-cli --force --quiet --x-scale 1.5 --y-scale 2 --z-scale 0.5"
+        " --x-offset-after 1 --y-offset-after 2 --z-offset-after 3 in.stl out.stl",
+        "the command, which does the same run as the window",
+    ),
     Program(
         "VTK",
         "python3-vtk9",
