@@ -11,7 +11,11 @@ const QStringList angles{"90", "-90", "0", "45", "30.5", "360", "-720.25", "1e-3
 
 const char *const letters[] = {"X", "Y", "Z"};
 
-int below(std::mt19937 &random, int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); }
+template <typename Count>
+Count below(std::mt19937 &random, Count n)
+{
+    return static_cast<Count>(random() % static_cast<unsigned>(n));
+}
 
 QString oneOf(std::mt19937 &random, const QStringList &texts) { return texts[below(random, texts.size())]; }
 
