@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the Debian packages of the commit that is checked out and checks them with lintian:
+# Makes the Debian packages of the commit that is checked out, in build/package, and checks them with lintian:
 #   scripts/package.sh [--twice]
 # With --twice they are built again, in another folder and at another time, and must be identical.
 set -euo pipefail
@@ -19,36 +19,19 @@ case ${1-} in
 esac
 
 install_missing_packages "${PACKAGES_TO_PACKAGE[@]}"
+# shellcheck source=scripts/lib/commit.sh
+source "$root/scripts/lib/commit.sh"
+export DEB_BUILD_OPTIONS=noautodbgsym
 
 cd "$root"
-commit=$(git rev-parse HEAD)
-SOURCE_DATE_EPOCH=$(git log -1 --format=%ct "$commit")
-# The resource compiler has a variable of its own for its timestamps.
-QT_RCC_SOURCE_DATE_OVERRIDE=$SOURCE_DATE_EPOCH
-export SOURCE_DATE_EPOCH QT_RCC_SOURCE_DATE_OVERRIDE
-export TZ=UTC LC_ALL=C.UTF-8
-umask 022
-
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# build_packages folder: leaves the packages in folder/build. Builds the commit only, without other files of the checkout.
+# build_packages folder: leaves the packages there. Builds the commit only, without other files of the checkout.
 build_packages() {
-    local folder=$1
-    mkdir -p "$folder/source"
-    git archive "$commit" | tar --extract --directory="$folder/source"
-    (
-        cd "$folder/source"
-        # Debian's own flags, which also hide the build folder.
-        eval "$(DEB_BUILD_MAINT_OPTIONS=hardening=+all dpkg-buildflags --export=sh)"
-        cmake -S . -B "$folder/build" -G Ninja -DCMAKE_BUILD_TYPE=None -DCMAKE_INSTALL_PREFIX=/usr \
-            -DMESHVANE_BUILD_TESTS=OFF -DMESHVANE_WARNINGS_AS_ERRORS=OFF \
-            -DCMAKE_CXX_FLAGS="$CPPFLAGS $CXXFLAGS -ffile-prefix-map=$folder/build=build" \
-            -DCMAKE_EXE_LINKER_FLAGS="$LDFLAGS"
-        cmake --build "$folder/build"
-        cd "$folder/build"
-        cpack
-    )
+    mkdir -p "$1"
+    archive_commit meshvane | tar --extract --directory="$1"
+    (cd "$1/meshvane" && dpkg-buildpackage --unsigned-source --unsigned-changes)
 }
 
 echo "Building the packages of commit $(git rev-parse --short "$commit")."
@@ -56,15 +39,15 @@ build_packages "$work/first"
 if [[ $twice == yes ]]; then
     echo "Building them again."
     build_packages "$work/and/again"
-    for package in "$work"/first/build/*.deb; do
-        cmp "$package" "$work/and/again/build/${package##*/}"
+    for package in "$work"/first/*.{deb,dsc,tar.xz}; do
+        cmp "$package" "$work/and/again/${package##*/}"
     done
     echo "Both builds are identical."
 fi
 
-rm -rf build/package
-mkdir -p build/package
-cp "$work"/first/build/*.deb build/package
-lintian --fail-on error,warning build/package/*.deb
+lintian --fail-on error,warning "$work"/first/*.changes
 echo "lintian found nothing."
-sha256sum build/package/*.deb
+mkdir -p build/package
+rm -f build/package/*.{deb,dsc,tar.xz}
+cp "$work"/first/*.{deb,dsc,tar.xz} build/package
+(cd build/package && sha256sum ./*.{deb,dsc,tar.xz})

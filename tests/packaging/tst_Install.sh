@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Installs the built program into an empty folder and checks the files:
-#   tst_Install.sh cmake build-folder
+#   tst_Install.sh cmake build-folder source-folder
 set -euo pipefail
 
 cmake=$1
 build=$2
+source_folder=$3
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT
 
@@ -20,11 +21,8 @@ diff - <(cd "$root/usr" && find . -type f | LC_ALL=C sort) <<'END' || fail "the 
 ./bin/meshvane-cli
 ./share/applications/meshvane.desktop
 ./share/bash-completion/completions/meshvane-cli
-./share/doc/meshvane-cli/changelog.gz
-./share/doc/meshvane-cli/copyright
 ./share/doc/meshvane-cli/many-files.md
-./share/doc/meshvane/changelog.gz
-./share/doc/meshvane/copyright
+./share/doc/meshvane/LICENSE
 ./share/doc/meshvane/examples/README.md
 ./share/doc/meshvane/examples/bracket.stl
 ./share/doc/meshvane/examples/gear.stl
@@ -44,8 +42,8 @@ diff - <(cd "$root/usr" && find . -type f | LC_ALL=C sort) <<'END' || fail "the 
 ./share/icons/hicolor/48x48/apps/meshvane.png
 ./share/icons/hicolor/64x64/apps/meshvane.png
 ./share/icons/hicolor/scalable/apps/meshvane.svg
-./share/man/man1/meshvane-cli.1.gz
-./share/man/man1/meshvane.1.gz
+./share/man/man1/meshvane-cli.1
+./share/man/man1/meshvane.1
 ./share/metainfo/org.example.meshvane.metainfo.xml
 ./share/zsh/vendor-completions/_meshvane-cli
 END
@@ -59,10 +57,20 @@ said=$(desktop-file-validate applications/meshvane.desktop) || fail "the desktop
 appstreamcli validate --no-net --pedantic --explain metainfo/*.xml || fail "the AppStream metadata is not clean"
 
 for page in meshvane meshvane-cli; do
-    said=$(LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 man --warnings --local-file man/man1/$page.1.gz 2>&1 >"$root/page")
+    said=$(LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 man --warnings --local-file man/man1/$page.1 2>&1 >"$root/page")
     [[ -z $said ]] || fail "the man page of $page has warnings: $said"
     grep -q 'EXIT STATUS' "$root/page" || fail "the man page of $page was not rendered"
 done
+
+# What the build and the folder for Debian both have to say.
+expect_said_by_debian() {
+    [[ -n $2 && $2 == "$3" ]] || fail "the $1 is \"$2\", but for Debian it is \"$3\""
+}
+debian=$source_folder/debian
+expect_said_by_debian version "$(sed -n 's/.*<release version="\([^"]*\)".*/\1/p' metainfo/*.xml)" \
+    "$(sed -n '1s/.*(\(.*\)).*/\1/p' "$debian/changelog")"
+expect_said_by_debian homepage "$(sed -n 's/.*<url type="homepage">\(.*\)<.*/\1/p' metainfo/*.xml)" \
+    "$(sed -n 's/^Homepage: //p' "$debian/control")"
 
 for icon in icons/hicolor/*x*/apps/meshvane.png; do
     size=$(cut -d/ -f3 <<<"$icon")
