@@ -18,10 +18,24 @@ PACKAGES_TO_PACKAGE=("${PACKAGES_TO_BUILD[@]}" build-essential debhelper dpkg-de
 PACKAGES_TO_COMPARE=(meshlab libgl1-mesa-dri openscad blender freecad gmsh python3-gmsh python3-vtk9 libassimp-dev
     python3 python3-numpy time)
 
+# packages_to_package_for architecture: for packages of that architecture, in addition. The emulator is for a program
+# that the build runs.
+packages_to_package_for() {
+    printf '%s\n' "crossbuild-essential-$1" "qtbase5-dev:$1" qemu-user
+}
+
+# Lets packages of that architecture be installed beside those of this machine's own.
+add_architecture() {
+    if ! dpkg --print-foreign-architectures | grep -qx "$1"; then
+        run_as_root dpkg --add-architecture "$1"
+    fi
+}
+
+# For this machine's architecture, or the one that the name ends with.
 package_is_installed() {
-    # A package can be there for several architectures; asked for is this machine's, unless the name says another.
-    local architecture=${1##*:}
-    [[ $1 == *:* ]] || architecture=$(dpkg --print-architecture)
+    local architecture
+    architecture=$(dpkg --print-architecture)
+    [[ $1 != *:* ]] || architecture=${1#*:}
     dpkg-query --show --showformat='${db:Status-Status} ${Architecture}\n' "$1" 2>/dev/null |
         grep -xE "installed ($architecture|all)" >/dev/null
 }
@@ -32,12 +46,12 @@ run_as_root() {
     elif command -v sudo >/dev/null; then
         sudo "$@"
     else
-        echo "Not root, and no sudo; install these yourself: ${missing_packages[*]}" >&2
+        echo "Not root, and no sudo; do this yourself: $*" >&2
         return 1
     fi
 }
 
-# Installs those of the named packages that are missing. If none is, it only queries.
+# Installs those of the named packages that are missing, and removes none. If none is missing, it only queries.
 install_missing_packages() {
     local package missing_packages=()
     if ! command -v dpkg-query >/dev/null; then
@@ -54,5 +68,5 @@ install_missing_packages() {
     echo "Installing: ${missing_packages[*]}"
     run_as_root apt-get update --quiet </dev/null
     run_as_root env DEBIAN_FRONTEND=noninteractive \
-        apt-get install --quiet --yes --no-install-recommends "${missing_packages[@]}" </dev/null
+        apt-get install --quiet --yes --no-remove --no-install-recommends "${missing_packages[@]}" </dev/null
 }

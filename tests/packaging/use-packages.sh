@@ -69,7 +69,7 @@ use_packages() {
     "$BUILD_FOLDER/cli/meshvane-cli" info gear.stl nameplate.stl built.stl >built.txt
     cmp built.txt packaged.txt || fail "info tells something else"
 
-    # Made by a program that the package's build compiled.
+    # Made by a program of the package's architecture.
     cmp "$BUILD_FOLDER/cli/texts/meshvane-cli.bash" "$command"/usr/share/bash-completion/completions/meshvane-cli
     cmp "$BUILD_FOLDER/cli/texts/meshvane-cli.zsh" "$command"/usr/share/zsh/*/_meshvane-cli
     cmp "$BUILD_FOLDER/cli/texts/meshvane-cli.fish" "$command"/usr/share/fish/vendor_completions.d/meshvane-cli.fish
