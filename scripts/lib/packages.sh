@@ -14,6 +14,7 @@ PACKAGES_TO_FUZZ=("${PACKAGES_TO_BUILD[@]}" clang libclang-rt-14-dev)
 PACKAGES_TO_FORMAT=(clang-format git)
 PACKAGES_TO_LINT=(clang-tidy-14 git shellcheck)
 PACKAGES_TO_PACKAGE=("${PACKAGES_TO_BUILD[@]}" build-essential debhelper dpkg-dev lintian)
+PACKAGES_TO_PACKAGE_AS_RPM=("${PACKAGES_TO_BUILD[@]}" rpm rpmlint cpio)
 # The programs of scripts/compare.sh, and what runs and judges them.
 PACKAGES_TO_COMPARE=(meshlab libgl1-mesa-dri openscad blender freecad gmsh python3-gmsh python3-vtk9 libassimp-dev
     python3 python3-numpy time)

@@ -62,15 +62,17 @@ for page in meshvane meshvane-cli; do
     grep -q 'EXIT STATUS' "$root/page" || fail "the man page of $page was not rendered"
 done
 
-# What the build and the folder for Debian both have to say.
-expect_said_by_debian() {
-    [[ -n $2 && $2 == "$3" ]] || fail "the $1 is \"$2\", but for Debian it is \"$3\""
+# What the build and its packages both have to say: expect_same what said-by-the-build where said-there
+expect_same() {
+    [[ -n $2 && $2 == "$4" ]] || fail "the $1 is \"$2\", but in $3 it is \"$4\""
 }
-debian=$source_folder/debian
-expect_said_by_debian version "$(sed -n 's/.*<release version="\([^"]*\)".*/\1/p' metainfo/*.xml)" \
-    "$(sed -n '1s/.*(\(.*\)).*/\1/p' "$debian/changelog")"
-expect_said_by_debian homepage "$(sed -n 's/.*<url type="homepage">\(.*\)<.*/\1/p' metainfo/*.xml)" \
-    "$(sed -n 's/^Homepage: //p' "$debian/control")"
+version=$(sed -n 's/.*<release version="\([^"]*\)".*/\1/p' metainfo/*.xml)
+homepage=$(sed -n 's/.*<url type="homepage">\(.*\)<.*/\1/p' metainfo/*.xml)
+value_in() { sed -n "s/^$2: *//p" "$source_folder/$1"; }
+expect_same version "$version" debian/changelog "$(sed -n '1s/.*(\(.*\)).*/\1/p' "$source_folder/debian/changelog")"
+expect_same version "$version" packaging/meshvane.spec "$(value_in packaging/meshvane.spec Version)"
+expect_same homepage "$homepage" debian/control "$(value_in debian/control Homepage)"
+expect_same homepage "$homepage" packaging/meshvane.spec "$(value_in packaging/meshvane.spec URL)"
 
 for icon in icons/hicolor/*x*/apps/meshvane.png; do
     size=$(cut -d/ -f3 <<<"$icon")
