@@ -15,6 +15,9 @@ PACKAGES_TO_FORMAT=(clang-format git)
 PACKAGES_TO_LINT=(clang-tidy-14 git shellcheck)
 PACKAGES_TO_PACKAGE=("${PACKAGES_TO_BUILD[@]}" build-essential debhelper dpkg-dev lintian)
 PACKAGES_TO_PACKAGE_AS_RPM=("${PACKAGES_TO_BUILD[@]}" rpm rpmlint cpio)
+# Wine runs the tests and the installed program.
+PACKAGES_FOR_WINDOWS=("${PACKAGES_FOR_A_VIRTUAL_DISPLAY[@]}" cmake ninja-build make g++ dpkg-dev
+    g++-mingw-w64-x86-64-posix nsis zip unzip googletest wine wine64 python3 qtbase5-dev-tools)
 # The programs of scripts/compare.sh, and what runs and judges them.
 PACKAGES_TO_COMPARE=(meshlab libgl1-mesa-dri openscad blender freecad gmsh python3-gmsh python3-vtk9 libassimp-dev
     python3 python3-numpy time)

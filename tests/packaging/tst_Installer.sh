@@ -1,0 +1,118 @@
+#!/usr/bin/env bash
+# Installs the program for Windows under Wine, uses it with real keys and clicks, and uninstalls it:
+#   tst_Installer.sh wine installer click-spots-program source-folder
+set -euo pipefail
+
+wine=$1
+installer=$2
+source_folder=$4
+data=$source_folder/tests/end-to-end/data
+
+# shellcheck source=scripts/lib/virtual-display.sh
+source "$source_folder/scripts/lib/virtual-display.sh"
+# shellcheck source=scripts/lib/meshvane-window.sh
+source "$source_folder/scripts/lib/meshvane-window.sh"
+
+screenshots=$PWD
+folder=$(mktemp -d)
+
+finish() {
+    local status=$?
+    if ((status != 0)) && [[ -n ${DISPLAY-} ]]; then
+        take_screenshot "$screenshots/installer-failed.png" &&
+            echo "Screenshot of the failure: $screenshots/installer-failed.png" >&2
+    fi
+    wineserver --kill || true
+    stop_virtual_display
+    rm -rf "$folder"
+    exit "$status"
+}
+trap finish EXIT
+
+fail() {
+    echo "FAILED: $*" >&2
+    exit 1
+}
+
+# Text that the program has written, without the carriage returns of Windows.
+expect_same_text() {
+    tr -d '\r' <"$2" | cmp "$1" - || fail "$2 differs from $1"
+}
+
+log_has_end() { grep --quiet 'Number triangles' meshvane.log 2>/dev/null; }
+
+start_virtual_display "$folder/display" 1000x900
+export WINEPREFIX=$folder/prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+"$wine" wineboot --init >"$folder/wineboot.log" 2>&1
+wineserver --wait
+user=$WINEPREFIX/drive_c/users/$(id -un)
+documents=$user/Documents
+[[ ! -L $documents ]] || { rm "$documents" && mkdir "$documents"; } # Wine links it to the real one
+(cd "$WINEPREFIX" && find drive_c -type f -o -type d | sort) >"$folder/files-before"
+
+# Wine runs this program by the name that the scripts know.
+cat >"$folder/click-spots" <<END
+#!/bin/sh
+exec '$wine' '$3' "\$@" 2>/dev/null | tr -d '\r'
+END
+chmod +x "$folder/click-spots"
+CLICK_SPOTS_PROGRAM=$folder/click-spots
+
+"$wine" "$installer" /S
+wineserver --wait
+installed=$user/AppData/Local/Programs/Meshvane
+entry="$user/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Meshvane.lnk"
+for file in meshvane.exe meshvane-cli.exe Licence.txt Notices.txt Uninstall.exe guide/guide.md \
+    licences/Qt-LGPL-3.txt; do
+    [[ -f $installed/$file ]] || fail "$file is not installed"
+done
+[[ -f $entry ]] || fail "there is no entry in the start menu"
+
+# From the start menu, with relative names: they count from the user's documents.
+cd "$documents"
+cp "$data/wedge.stl" .
+start_meshvane "$folder" "$wine" start /unix "$entry"
+take_screenshot "$screenshots/installed-empty.png"
+fill_in edtFileIn wedge.stl
+fill_in edtFileOut 'C:/users/'"$(id -un)"'/Documents/wedge-scaled.stl'
+fill_in edtXScale 1.5
+press_keys Tab
+type_text 1
+press_keys Tab
+type_text -0.25
+press_keys Tab
+type_text 0.5
+fill_in edtYOffsA 10
+tick_and_fill_in chbZSetL 30
+click_on Run
+wait_until 30 log_has_end || fail "the run does not end"
+wait_until 20 test ! -e _tmp_stl_ || fail "_tmp_stl_ is still there"
+take_screenshot "$screenshots/installed-done.png"
+expect_same_text "$data/wedge-scaled.stl" wedge-scaled.stl
+grep --quiet $'\r' wedge-scaled.stl || fail "the output has no line ends of Windows"
+
+click_on btnViewLog
+wait_for_window 10 "$LOG_VIEWER_TITLE" || fail "the log viewer does not open"
+close_log_viewer || fail "the log viewer does not close"
+click_on Close
+wait_for_window_to_go 10 "$MAIN_WINDOW_TITLE" || fail "the window does not close"
+
+"$wine" "$installed/meshvane-cli.exe" --x-scale 1.5 wedge.stl by-command.stl
+[[ -s by-command.stl ]] || fail "the command writes no output"
+wineserver --wait
+
+# The user's files stay, in the documents and in the program's folder.
+echo mine >"$installed/mine.txt"
+"$wine" "$installed/Uninstall.exe" /S
+wineserver --wait
+[[ -f $installed/mine.txt ]] || fail "a file of the user is gone"
+rm "$installed/mine.txt"
+rmdir "$installed"
+[[ ! -e $entry ]] || fail "the entry in the start menu is still there"
+rm wedge.stl wedge-scaled.stl by-command.stl meshvane.log
+rmdir --ignore-fail-on-non-empty "$user/AppData/Local/Programs"
+(cd "$WINEPREFIX" && find drive_c -type f -o -type d | sort) >"$folder/files-after"
+diff <(grep --invert-match /Temp/ "$folder/files-before") <(grep --invert-match /Temp/ "$folder/files-after") ||
+    fail "the uninstaller leaves files"
+grep --quiet --ignore-case 'uninstall.*meshvane' "$WINEPREFIX/user.reg" && fail "the registry still has the program"
+echo "passed"
