@@ -5,7 +5,8 @@
 # With --against it compares only runs of this version with those of an older commit, in the same rounds.
 # Meshes have a million facets unless a number is given; only the section "growth" follows it beyond a million. The
 # largest possible mesh, 42949671 facets, needs 27 GB of disk space and a quarter of an hour. The section "run" takes
-# ten minutes, most of it for the plain twin. "instructions" always counts over 200000 facets.
+# ten minutes, most of it for the plain twin. "instructions" always counts over 200000 facets. The section "windows"
+# is left out unless it is named: it needs what scripts/windows.sh builds.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -16,8 +17,8 @@ source "$root/scripts/lib/conditions.sh"
 # shellcheck source=scripts/lib/virtual-display.sh
 source "$root/scripts/lib/virtual-display.sh"
 
-all_sections=(kernels run instructions growth window command start-up start-up-without-opengl)
-sections=("${all_sections[@]}")
+all_sections=(kernels run instructions growth window command start-up start-up-without-opengl windows)
+sections=("${all_sections[@]:0:8}")
 page=$root/docs/performance.md
 facets=1000000
 older=
@@ -95,6 +96,10 @@ run_section() {
     growth) "$programs/bench_Growth" "$facets" ;;
     window) "$programs/bench_Window" "$facets_of_a_run" ;;
     command) "$programs/bench_Command" ;;
+    windows)
+        WINEPREFIX=$root/build/windows/wine WINEDEBUG=-all "$programs/bench_Windows" /usr/lib/wine/wine64 \
+            build/windows/cli/meshvane-cli.exe build/bench/cli/meshvane-cli "$facets_of_a_run"
+        ;;
     start-up) bench_start_up env --unset=QT_XCB_GL_INTEGRATION ;; # as a desktop starts it
     start-up-without-opengl) bench_start_up env QT_XCB_GL_INTEGRATION=none ;;
     esac

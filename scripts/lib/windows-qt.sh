@@ -39,9 +39,8 @@ copy_licences() {
     mkdir -p "$folder"
     cp "$source/LICENSE.LGPL3" "$folder/Qt-LGPL-3.txt"
     cp "$source/LICENSE.GPL3" "$folder/Qt-GPL-3.txt"
-    for library in double-conversion easing freetype harfbuzz-ng libjpeg libpng md4 md5 pcre2 rfc6234 sha1 sha3 \
-        tinycbor zlib; do
-        for file in "$source/src/3rdparty/$library"/{LICENSE,COPYING,FTL,docs/FTL,docs/LICENSE}{,.txt,.TXT}; do
+    for library in double-conversion easing freetype harfbuzz-ng libjpeg libpng md4c pcre2 rfc6234 tinycbor zlib; do
+        for file in "$source/src/3rdparty/$library"/{LICENSE,LICENCE,COPYING,FTL,docs/FTL,docs/LICENSE}{,.txt,.TXT,.md}; do
             [[ ! -f $file ]] || cp "$file" "$folder/$library-${file##*/}"
         done
     done
