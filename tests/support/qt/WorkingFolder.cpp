@@ -20,7 +20,13 @@ void WorkingFolder::write(const QString &name, const QByteArray &content) const
 QByteArray WorkingFolder::read(const QString &name) const
 {
     QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    if (!file.open(QIODevice::ReadOnly))
+        return "(no file)";
+    QByteArray content = file.readAll();
+#ifdef Q_OS_WIN
+    content.replace("\r\n", "\n");
+#endif
+    return content;
 }
 
 bool WorkingFolder::has(const QString &name) const

@@ -15,6 +15,7 @@ public:
 
     // Names are relative to the folder.
     void write(const QString &name, const QByteArray &content) const;
+    // On Windows without the carriage returns that text mode writes before line feeds.
     QByteArray read(const QString &name) const;
     bool has(const QString &name) const;
     void makeFolder(const QString &name) const;
