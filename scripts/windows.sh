@@ -2,7 +2,7 @@
 # Builds the programs for 64-bit Windows, with a ZIP and an installer in build/windows/packages, and tests all under
 # Wine:
 #   scripts/windows.sh [--untested]
-# The first time it builds Qt, too, which takes about 35 minutes on two processors; the result is kept in the user's
+# The first time it builds Qt, too, a quarter of an hour on two idle processors; the result is kept in the user's
 # cache. MESHVANE_WINDOWS_QT names the folder of a Qt for mingw-w64 that is to be used instead.
 set -euo pipefail
 

@@ -7,7 +7,7 @@ WINDOWS_QT_OPTIONS=(-xplatform win32-g++ -device-option CROSS_COMPILE=x86_64-w64
     -qt-libpng -qt-libjpeg -qt-pcre -qt-freetype -qt-harfbuzz -no-feature-vulkan -no-feature-network
     -no-feature-concurrent -no-feature-sql -no-feature-xml -no-feature-tabletevent -no-feature-graphicsview
     -no-feature-printer -no-feature-direct2d)
-WINDOWS_QT_FILES=600 # that are compiled, about
+WINDOWS_QT_FILES=1150 # that are compiled, about
 
 # fetch_source_of package folder: unpacks Debian's source package into folder/source. The list of source packages is a
 # copy of the system's list of packages, kept in the folder, so that the system's own lists stay as they are.
@@ -49,7 +49,7 @@ copy_licences() {
 # build_windows_qt prefix work: installs Qt into the folder `prefix`, which then has a file "complete".
 build_windows_qt() {
     local prefix=$1 work=$2 name
-    echo "Building Qt for Windows: about 35 minutes on two processors, once. Log: $work/build.log"
+    echo "Building Qt for Windows: about a quarter of an hour on two idle processors, once. Log: $work/build.log"
     rm -rf "$prefix" "$work"
     mkdir -p "$work/build" "$work/compilers"
     fetch_source_of qtbase-opensource-src "$work"
