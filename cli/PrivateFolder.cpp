@@ -1,22 +1,20 @@
 #include "cli/PrivateFolder.h"
 
 #include "cli/Complaints.h"
+#include "cli/SystemCalls.h"
 #include "transform/RunFiles.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
-#include <unistd.h>
 
 namespace {
 
 constexpr const char *privateNames[] = {temporaryFileName, logFileName, privateOutputName, privateTextName,
                                         privateInputLink};
 constexpr std::size_t nameCount = std::size(privateNames);
-constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE, SIGXCPU};
 
 // What a signal handler needs to remove a folder: whole paths, made before.
 struct Slot {
@@ -33,8 +31,8 @@ void removeFolder(Slot &slot)
     if (slot.isUsed == 0)
         return;
     for (const std::string &file : slot.files)
-        unlink(file.c_str());
-    rmdir(slot.folder.c_str());
+        removeFile(file.c_str());
+    removeEmptyFolder(slot.folder.c_str());
     slot.isUsed = 0;
 }
 
@@ -43,32 +41,6 @@ void removeFolders()
     for (Slot &slot : slots)
         removeFolder(slot);
 }
-
-extern "C" void endBySignal(int number)
-{
-    removeFolders();
-    std::signal(number, SIG_DFL);
-    std::raise(number);
-}
-
-// Between the making of a folder and its entry in the slot no signal may end the process.
-class SignalsHeldBack {
-public:
-    SignalsHeldBack()
-    {
-        sigset_t held;
-        sigemptyset(&held);
-        for (const int number : endingSignals)
-            sigaddset(&held, number);
-        sigprocmask(SIG_BLOCK, &held, &m_before);
-    }
-    ~SignalsHeldBack() { sigprocmask(SIG_SETMASK, &m_before, nullptr); }
-    SignalsHeldBack(const SignalsHeldBack &) = delete;
-    SignalsHeldBack &operator=(const SignalsHeldBack &) = delete;
-
-private:
-    sigset_t m_before{};
-};
 
 int freeSlot()
 {
@@ -103,24 +75,16 @@ PrivateFolder::PrivateFolder(const std::string &parent)
 {
     Slot &slot = slots[static_cast<std::size_t>(m_slot)];
     fillSlot(slot, m_path);
-    const SignalsHeldBack held;
-    if (mkdtemp(m_path.data()) == nullptr)
+    const EndHeldBack held; // until the folder is in its slot
+    if (!makeNewFolder(m_path))
         throw Failure(parent, std::string("no folder can be made in it: ") + std::strerror(errno));
     useSlot(slot, m_path);
 }
 
 PrivateFolder::~PrivateFolder()
 {
-    const SignalsHeldBack held;
+    const EndHeldBack held;
     removeFolder(slots[static_cast<std::size_t>(m_slot)]);
 }
 
-void watchSignals()
-{
-    std::atexit(removeFolders);
-    for (const int number : endingSignals) {
-        if (std::signal(number, endBySignal) == SIG_IGN)
-            std::signal(number, SIG_IGN);
-    }
-    std::signal(SIGXFSZ, SIG_IGN);
-}
+void watchSignals() { callAtTheEnd(removeFolders); }

@@ -1,6 +1,5 @@
 // A folder of the process's own, for the files that a run leaves in the current directory and for results
-// that are not whole yet. This is the only place, beside the terminal, where the command speaks to the system
-// itself (POSIX).
+// that are not whole yet.
 #pragma once
 
 #include <string>
@@ -10,9 +9,9 @@ constexpr const char *privateOutputName = "output.stl";
 constexpr const char *privateTextName = "text.stl";
 constexpr const char *privateInputLink = "input.stl";
 
-// Removed with its files when the object dies, but also when the process ends in another way: by exit() or by
-// a signal that ends processes on request, for want of a reader, or of time. Only a process that is killed or
-// crashes leaves it. There may be four at the same time.
+// Removed with its files when the object dies, but also, after watchSignals(), when the process ends by
+// exit() or on request. Only a process that is killed or crashes leaves it. There may be four at the same
+// time.
 class PrivateFolder {
 public:
     // Throws Failure in the name of `parent` if there can be none in it.
@@ -30,7 +29,5 @@ private:
     std::string m_path;
 };
 
-// The signals above remove the private folders and then end the process, as they do without us; those that
-// the process was started to ignore stay ignored. A file that grows beyond the limit of the system is a
-// failed write, and not the end.
+// From now on the end of the process removes the private folders, as callAtTheEnd() in SystemCalls.h says.
 void watchSignals();

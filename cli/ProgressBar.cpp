@@ -1,5 +1,6 @@
 #include "cli/ProgressBar.h"
 
+#include "cli/SystemCalls.h"
 #include "stl/StlProgress.h"
 #include "stl/Stream.h"
 
@@ -7,7 +8,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
-#include <unistd.h>
 
 namespace {
 
@@ -111,7 +111,7 @@ TerminalProgress::~TerminalProgress()
     shownBar.reset();
 }
 
-bool TerminalProgress::isPossible() { return isatty(fileno(stderr)) != 0; }
+bool TerminalProgress::isPossible() { return standardErrorIsTerminal(); }
 
 void TerminalProgress::wipe()
 {
