@@ -8,6 +8,7 @@
 #include "cli/Reports.h"
 #include "cli/RunLogReader.h"
 #include "cli/StandardError.h"
+#include "cli/SystemCalls.h"
 #include "stl/StlMessages.h"
 #include "stl/StlPasses.h"
 #include "stl/Stream.h"
@@ -71,11 +72,12 @@ void refuseSameFiles(const std::string &input, const Results &results)
     std::error_code error;
     const std::string inputPlace = fs::weakly_canonical(input, error).string();
     for (const std::optional<Result> &other : {results.log, results.text}) {
-        if (other && (other->place == results.output.place || other->place == inputPlace))
+        if (other &&
+            (isSamePlace(other->place, results.output.place) || isSamePlace(other->place, inputPlace)))
             throw WrongUse(visibleName(other->file) +
                            " is the input or the output as well; give it another name");
     }
-    if (results.log && results.text && results.log->place == results.text->place)
+    if (results.log && results.text && isSamePlace(results.log->place, results.text->place))
         throw WrongUse(visibleName(results.log->file) +
                        " is also where the text is kept; give it another name");
 }
@@ -199,14 +201,18 @@ private:
     static inline std::string s_path;
 };
 
+bool endsWith(std::FILE *stream, const std::string &end)
+{
+    std::string last(end.size(), '\0');
+    return std::fseek(stream, -static_cast<long>(end.size()), SEEK_END) == 0 &&
+           std::fread(last.data(), 1, last.size(), stream) == last.size() && last == end;
+}
+
+// Line ends are those of the system.
 bool isWholeText(const std::string &path)
 {
-    constexpr std::string_view end = "endsolid  \n";
     const Stream stream(std::fopen(path.c_str(), "rb"));
-    char last[end.size()] = {};
-    return stream && std::fseek(stream.get(), -static_cast<long>(end.size()), SEEK_END) == 0 &&
-           std::fread(last, 1, end.size(), stream.get()) == end.size() &&
-           end == std::string_view(last, end.size());
+    return stream && (endsWith(stream.get(), "endsolid  \n") || endsWith(stream.get(), "endsolid  \r\n"));
 }
 
 // One run with its private folders.
@@ -281,7 +287,8 @@ private:
             publication.stage(work().file(privateTextName), m_results.text->place, m_results.text->file);
     }
 
-    // The pipeline deletes its text after success; here it deletes a link.
+    // The pipeline deletes its text after success; here it deletes a link. Not every system makes symbolic
+    // ones.
     void keepTextAside() const
     {
         if (!m_results.text)
@@ -289,7 +296,15 @@ private:
         std::error_code error;
         fs::create_symlink(privateTextName, temporaryFileName, error);
         if (error)
+            linkToEmptyText(error);
+        if (error)
             throw Failure(m_results.text->file, "cannot be kept: " + error.message());
+    }
+
+    static void linkToEmptyText(std::error_code &error)
+    {
+        if (Stream(std::fopen(privateTextName, "w")))
+            fs::create_hard_link(privateTextName, temporaryFileName, error);
     }
 
     const RunRequest &m_request;
