@@ -2,10 +2,8 @@
 
 #include "tests/support/TextFile.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -87,13 +85,4 @@ CommandResult endOf(pid_t process)
     result.exited = WIFEXITED(status);
     result.status = result.exited ? WEXITSTATUS(status) : WTERMSIG(status);
     return result;
-}
-
-std::vector<std::string> entriesOf(const std::string &folder)
-{
-    std::vector<std::string> names;
-    for (const auto &entry : std::filesystem::directory_iterator(folder))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
 }

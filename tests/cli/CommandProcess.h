@@ -1,6 +1,8 @@
 // The real meshvane-cli in a process of its own.
 #pragma once
 
+#include "tests/cli/FolderEntries.h"
+
 #include <string>
 #include <sys/types.h>
 #include <utility>
@@ -23,6 +25,3 @@ pid_t startMeshvane(const std::vector<std::string> &arguments);
 
 // Waits for its end. Throws std::system_error if there is no such process.
 CommandResult endOf(pid_t process);
-
-// The names in a folder, hidden ones too, in order.
-std::vector<std::string> entriesOf(const std::string &folder);

@@ -1,6 +1,6 @@
 #include "cli/Complaints.h"
 #include "cli/Publication.h"
-#include "tests/cli/CommandProcess.h"
+#include "tests/cli/FolderEntries.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TextFile.h"
 
