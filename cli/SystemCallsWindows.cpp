@@ -11,6 +11,12 @@
 #include <random>
 #include <windows.h>
 
+// The command prompt leaves a pattern such as *.stl as it is. This makes the start-up code of mingw-w64 put
+// the names of the files in its place.
+extern "C" {
+int _dowildcard = -1;
+}
+
 namespace {
 
 constexpr DWORD longestTidying = 2000; // milliseconds
@@ -28,7 +34,7 @@ void closeAllFiles()
 {
     int unused = 0;
     for (std::uintptr_t value = 4; unused < longestGapOfHandles; value += 4) {
-        const auto handle = reinterpret_cast<HANDLE>(value); // NOLINT(performance-no-int-to-ptr)
+        const auto handle = reinterpret_cast<HANDLE>(value);
         DWORD flags = 0;
         unused = GetHandleInformation(handle, &flags) != 0 ? 0 : unused + 1;
         if (unused == 0 && GetFileType(handle) == FILE_TYPE_DISK)
