@@ -296,15 +296,18 @@ private:
         std::error_code error;
         fs::create_symlink(privateTextName, temporaryFileName, error);
         if (error)
-            linkToEmptyText(error);
+            error = linkToEmptyText();
         if (error)
             throw Failure(m_results.text->file, "cannot be kept: " + error.message());
     }
 
-    static void linkToEmptyText(std::error_code &error)
+    static std::error_code linkToEmptyText()
     {
-        if (Stream(std::fopen(privateTextName, "w")))
-            fs::create_hard_link(privateTextName, temporaryFileName, error);
+        if (!Stream(std::fopen(privateTextName, "w")))
+            return {errno, std::generic_category()};
+        std::error_code error;
+        fs::create_hard_link(privateTextName, temporaryFileName, error);
+        return error;
     }
 
     const RunRequest &m_request;
