@@ -1,6 +1,7 @@
 #include "cli/MeshFacts.h"
 
 #include "cli/Complaints.h"
+#include "cli/FileNames.h"
 #include "cli/RunValues.h"
 #include "cli/StandardError.h"
 #include "stl/StlMessages.h"
@@ -108,7 +109,7 @@ void refuseScale(double wanted, double own, const std::string &option, char axis
 void refuseUnusableInput(const std::string &file)
 {
     std::error_code error;
-    const fs::file_status status = fs::status(file, error);
+    const fs::file_status status = fs::status(pathOf(file), error);
     if (fs::is_directory(status))
         throw Failure(file, "is a folder");
     if (fs::is_fifo(status) || fs::is_socket(status))
@@ -116,7 +117,7 @@ void refuseUnusableInput(const std::string &file)
     const Stream opened(std::fopen(file.c_str(), "r"));
     if (!opened)
         throw Failure(file, std::strerror(errno));
-    if (fs::is_regular_file(status) && fs::file_size(file, error) >= firstSizeTooLarge && !error)
+    if (fs::is_regular_file(status) && fs::file_size(pathOf(file), error) >= firstSizeTooLarge && !error)
         throw Failure(file, "has 2 GiB or more, which no run can read");
 }
 

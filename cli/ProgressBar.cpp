@@ -1,5 +1,6 @@
 #include "cli/ProgressBar.h"
 
+#include "cli/FileNames.h"
 #include "cli/SystemCalls.h"
 #include "stl/StlProgress.h"
 #include "stl/Stream.h"
@@ -82,7 +83,7 @@ void ProgressBar::draw()
 std::uint64_t bytesOfRun(const std::string &input, int scans)
 {
     std::error_code error;
-    const std::uint64_t size = std::filesystem::file_size(input, error);
+    const std::uint64_t size = std::filesystem::file_size(pathOf(input), error);
     if (error)
         return 0;
     const std::string beginning = beginningOf(input);

@@ -1,6 +1,7 @@
 #include "cli/Publication.h"
 
 #include "cli/Complaints.h"
+#include "cli/FileNames.h"
 
 namespace fs = std::filesystem;
 
@@ -65,7 +66,7 @@ std::error_code moveAnywhere(const fs::path &from, const fs::path &to)
 std::string placeForFile(const std::string &file, bool force)
 {
     std::error_code error;
-    const fs::path place = fs::weakly_canonical(fs::absolute(file), error);
+    const fs::path place = fs::weakly_canonical(fs::absolute(pathOf(file)), error);
     if (error)
         throw Failure(file, error.message());
     const fs::file_status status = fs::status(place, error);
@@ -77,19 +78,19 @@ std::string placeForFile(const std::string &file, bool force)
         throw Failure(file, existsAlready);
     if (place.filename().empty() || !fs::is_directory(place.parent_path(), error))
         throw Failure(file, "there is no such folder");
-    return place.string();
+    return fileName(place);
 }
 
 void Publication::stage(const std::string &from, const std::string &place, const std::string &file)
 {
     Staged staged;
-    staged.from = from;
-    staged.place = place;
+    staged.from = pathOf(from);
+    staged.place = pathOf(place);
     staged.file = file;
     const fs::path target = staged.place.parent_path();
     if (staged.from.parent_path().parent_path() != target) {
-        staged.folder = std::make_unique<PrivateFolder>(target.string());
-        const fs::path beside = staged.folder->file(privateOutputName);
+        staged.folder = std::make_unique<PrivateFolder>(fileName(target));
+        const fs::path beside = pathOf(staged.folder->file(privateOutputName));
         const std::error_code error = moveAnywhere(staged.from, beside);
         if (error)
             fail(file, error);

@@ -1,6 +1,7 @@
 #include "cli/RunCommand.h"
 
 #include "cli/Complaints.h"
+#include "cli/FileNames.h"
 #include "cli/MeshFacts.h"
 #include "cli/PrivateFolder.h"
 #include "cli/ProgressBar.h"
@@ -70,7 +71,7 @@ struct Results {
 void refuseSameFiles(const std::string &input, const Results &results)
 {
     std::error_code error;
-    const std::string inputPlace = fs::weakly_canonical(input, error).string();
+    const std::string inputPlace = fileName(fs::weakly_canonical(pathOf(input), error));
     for (const std::optional<Result> &other : {results.log, results.text}) {
         if (other &&
             (isSamePlace(other->place, results.output.place) || isSamePlace(other->place, inputPlace)))
@@ -109,14 +110,16 @@ int scansOf(const TransformParameters &p)
     return (forOriginsAndLengths ? 1 : 0) + (p.xSetL + p.ySetL + p.zSetL > 0 ? 1 : 0);
 }
 
+std::string absoluteName(const std::string &name) { return fileName(fs::absolute(pathOf(name))); }
+
 // Where the private folder is made if not beside the output; empty if it is.
 std::string temporaryFolderOf(const RunRequest &request)
 {
     if (!request.temporaryFolder.empty())
-        return fs::absolute(request.temporaryFolder).string();
+        return absoluteName(request.temporaryFolder);
     const char *const fromEnvironment = std::getenv("TMPDIR");
     return fromEnvironment == nullptr || *fromEnvironment == '\0' ? std::string()
-                                                                  : fs::absolute(fromEnvironment).string();
+                                                                  : absoluteName(fromEnvironment);
 }
 
 // The pipeline takes names as characters, in which only UTF-8 keeps its bytes. Any other name gets a link in
@@ -127,7 +130,7 @@ QString pipelineName(const std::string &path, const char *link)
     if (name.toUtf8().toStdString() == path)
         return name;
     std::error_code error;
-    fs::create_symlink(path, link, error);
+    fs::create_symlink(pathOf(path), link, error);
     if (error)
         throw Failure(path, "the name is not UTF-8, and a link to it cannot be made: " + error.message());
     return link;
@@ -221,7 +224,7 @@ public:
     PrivateRun(const RunRequest &request, Results results)
         : m_request(request),
           m_results(std::move(results)),
-          m_beside(fs::path(m_results.output.place).parent_path().string())
+          m_beside(fileName(pathOf(m_results.output.place).parent_path()))
     {
         const std::string elsewhere = temporaryFolderOf(request);
         if (!elsewhere.empty())
@@ -230,7 +233,7 @@ public:
 
     bool run(const TransformParameters &parameters)
     {
-        const std::string input = fs::absolute(m_request.input).string();
+        const std::string input = absoluteName(m_request.input);
         enterWorkFolder();
         const QString inputName = pipelineName(input, privateInputLink);
         const QString outputName =
@@ -276,7 +279,7 @@ private:
     void enterWorkFolder() const
     {
         std::error_code error;
-        fs::current_path(work().path(), error);
+        fs::current_path(pathOf(work().path()), error);
         if (error)
             throw Failure(work().path(), error.message());
     }

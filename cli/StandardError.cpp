@@ -14,6 +14,7 @@ void printLines(const std::string &prefix, const std::string &message)
             std::fputs((prefix + line + "\n").c_str(), stderr);
         begin = end == std::string::npos ? end : end + 1;
     }
+    std::fflush(stderr); // Not every system leaves it without a buffer.
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // Names are in the active code page, which the program's manifest sets to UTF-8.
+#include "cli/FileNames.h"
 #include "cli/SystemCalls.h"
 
 #include <algorithm>
@@ -7,7 +8,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <direct.h>
-#include <filesystem>
 #include <random>
 #include <windows.h>
 
@@ -130,8 +130,6 @@ bool standardErrorIsTerminal()
 
 bool isSamePlace(const std::string &place, const std::string &other)
 {
-    const auto written = [](const std::string &name) {
-        return std::filesystem::path(name).make_preferred().wstring();
-    };
+    const auto written = [](const std::string &name) { return pathOf(name).make_preferred().wstring(); };
     return CompareStringOrdinal(written(place).c_str(), -1, written(other).c_str(), -1, TRUE) == CSTR_EQUAL;
 }
