@@ -1,6 +1,6 @@
 // What only Windows has: drive letters, backslashes, files that another program holds, and its limits for
 // names.
-#include "stl/StlMessages.h"
+#include "stl/StlPasses.h"
 #include "tests/app/SmallMesh.h"
 #include "tests/app/WindowTest.h"
 #include "tests/support/qt/QtTestMain.h"

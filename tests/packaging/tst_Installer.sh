@@ -50,14 +50,6 @@ documents=$user/Documents
 [[ ! -L $documents ]] || { rm "$documents" && mkdir "$documents"; } # Wine links it to the real one
 (cd "$WINEPREFIX" && find drive_c -type f -o -type d | sort) >"$folder/files-before"
 
-# Wine runs this program by the name that the scripts know.
-cat >"$folder/click-spots" <<END
-#!/bin/sh
-exec '$wine' '$3' "\$@" 2>/dev/null | tr -d '\r'
-END
-chmod +x "$folder/click-spots"
-CLICK_SPOTS_PROGRAM=$folder/click-spots
-
 "$wine" "$installer" /S
 wineserver --wait
 installed=$user/AppData/Local/Programs/Meshvane
@@ -68,10 +60,21 @@ for file in meshvane.exe meshvane-cli.exe Licence.txt Notices.txt Uninstall.exe 
 done
 [[ -f $entry ]] || fail "there is no entry in the start menu"
 
-# From the start menu, with relative names: they count from the user's documents.
+# The scripts start programs by one name each.
+cat >"$folder/start-menu-entry" <<END
+exec '$wine' start /unix '$entry'
+END
+cat >"$folder/click-spots" <<END
+exec '$wine' '$3' "\$@" 2>/dev/null | tr -d '\r'
+END
+sed -i '1i #!/bin/sh' "$folder/start-menu-entry" "$folder/click-spots"
+chmod +x "$folder/start-menu-entry" "$folder/click-spots"
+CLICK_SPOTS_PROGRAM=$folder/click-spots
+
+# Relative names count from the user's documents.
 cd "$documents"
 cp "$data/wedge.stl" .
-start_meshvane "$folder" "$wine" start /unix "$entry"
+start_meshvane "$folder" "$folder/start-menu-entry"
 take_screenshot "$screenshots/installed-empty.png"
 fill_in edtFileIn wedge.stl
 fill_in edtFileOut 'C:/users/'"$(id -un)"'/Documents/wedge-scaled.stl'

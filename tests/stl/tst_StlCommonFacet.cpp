@@ -151,7 +151,7 @@ TEST(StlCommonFacet, WhatIsWrittenIsTheFacetAgain)
 {
     std::string text = stlCommonFacetText;
     for (std::size_t point = 0; point < 4; ++point) {
-        Point numbers;
+        Point numbers = {};
         ASSERT_TRUE(readPoint(facetText(), point, numbers));
         ASSERT_TRUE(stlWriteCommonPoint(text.data() + stlCommonPointStarts[point], numbers));
     }
