@@ -20,7 +20,7 @@ start_meshvane() {
     "$@" >/dev/null 2>"$standard_error" </dev/null &
     MESHVANE_PROCESS=$!
     VIRTUAL_DISPLAY_PROCESSES+=("$MESHVANE_PROCESS")
-    wait_for_window 30 "$MAIN_WINDOW_TITLE" || {
+    wait_for_window 60 "$MAIN_WINDOW_TITLE" || {
         echo "The main window did not appear." >&2
         cat "$standard_error" >&2
         return 1
