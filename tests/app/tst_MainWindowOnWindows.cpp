@@ -94,6 +94,8 @@ void tst_MainWindowOnWindows::readOnlyOutputIsReported()
     m_folder->write("out.stl", "kept");
     const std::wstring name = m_folder->path("out.stl").toStdWString();
     QCOMPARE(_wchmod(name.c_str(), _S_IREAD), 0);
+    if (QFile(m_folder->path("out.stl")).open(QIODevice::ReadWrite))
+        QSKIP("Wine opens such files for root");
     const QStringList messages = messagesOfARun("in.stl", "out.stl");
     QCOMPARE(_wchmod(name.c_str(), _S_IREAD | _S_IWRITE), 0);
     QCOMPARE(messages, QStringList{"Unable to open output file."});

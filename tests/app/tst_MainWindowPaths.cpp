@@ -28,7 +28,9 @@ const struct {
      QStringLiteral(u"\u00e9t\u00e9.stl"), true},
     {"the same name outside Latin-1 replaces the chosen path", QStringLiteral(u"\u03a9.stl"),
      QStringLiteral(u"\u03a9.stl"), false},
+#ifndef Q_OS_WIN // which has no question marks in names
     {"a name outside Latin-1 equals its converted form", "?.stl", QStringLiteral(u"\u03a9.stl"), true},
+#endif
 };
 
 } // namespace

@@ -124,8 +124,12 @@ void tst_MainWindowRun::failedRunShowsItsMessage()
 void tst_MainWindowRun::logThatCannotBeEmptiedIsReportedOverTheWindow()
 {
     m_folder->makeFolder("meshvane.log");
-    QCOMPARE(goodRun(),
-             QStringList{"[Disc Write fail] Failed to open log file.\nError Details: Is a directory"});
+#ifdef Q_OS_WIN
+    const QString reason = "Access denied."; // Wine's words
+#else
+    const QString reason = "Is a directory";
+#endif
+    QCOMPARE(goodRun(), QStringList{"[Disc Write fail] Failed to open log file.\nError Details: " + reason});
     QCOMPARE(m_boxes->boxes().constFirst().parent, static_cast<const QWidget *>(&m->window));
     m->button("btnViewLog")->click();
     QCOMPARE(m_boxes->texts().value(1), QString("No log created yet."));
@@ -194,6 +198,9 @@ void tst_MainWindowRun::unreadableLogLeavesAHiddenViewer()
 
 void tst_MainWindowRun::viewerAfterAFailedTransformation()
 {
+#ifdef Q_OS_WIN
+    QSKIP("needs a symbolic link to a file that swallows what is written");
+#endif
     m_folder->link("_tmp_stl_", "/dev/null"); // whatever the run writes there is lost
     QCOMPARE(goodRun(), QStringList{"\n"});
     QCOMPARE(textOf(openViewer()), QString::fromStdString(runLogHeader() + runLogParameters(newForm())));

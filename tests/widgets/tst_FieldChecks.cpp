@@ -9,6 +9,13 @@
 
 namespace {
 
+// "file" exists.
+#ifdef Q_OS_WIN
+constexpr const char *missingUnlessCaseIsIgnored = "missing";
+#else
+constexpr const char *missingUnlessCaseIsIgnored = "File";
+#endif
+
 FieldFindings run(LineEditPolicy policy, const FieldFacts &facts)
 {
     for (const FieldCheck &check : fieldChecks()) {
@@ -87,7 +94,7 @@ const Rule rules[] = {
      PolicyFileExists,
      "This file",
      " doesn't exist.",
-     {"missing", "sub/missing", "@/missing", "File", " "},
+     {"missing", "sub/missing", "@/missing", missingUnlessCaseIsIgnored, " "},
      {"file", "@/file", "sub", "@/sub", ""},
      {}},
     {"parent directory exists",

@@ -148,7 +148,7 @@ void tst_LineEditFileDialogs::chosenFile()
 {
     QFETCH(QString, chosen);
     QFETCH(bool, bareName);
-    const QString expected = bareName ? QString("in.stl") : m_folder->path(chosen);
+    const QString expected = bareName ? m_folder->enteredFor("in.stl", "here") : m_folder->path(chosen);
     FieldUnderTest f;
     f.field.setText("before");
     FileDialogDriver driver(m_folder->path(chosen));
@@ -184,7 +184,10 @@ void tst_LineEditFileDialogs::suffix()
     FieldUnderTest f;
     FileDialogDriver driver(row.chosen);
     save(f.field, "stl", row.suffix);
-    QCOMPARE(f.field.text(), QString(row.expected).replace('@', m_folder->path("here")));
+    const QString expected = row.expected.startsWith('@')
+                                 ? QString(row.expected).replace('@', m_folder->path("here"))
+                                 : m_folder->enteredFor(row.expected, "here");
+    QCOMPARE(f.field.text(), expected);
 }
 
 void tst_LineEditFileDialogs::existingFileCanBeChosenForSaving()
@@ -193,17 +196,20 @@ void tst_LineEditFileDialogs::existingFileCanBeChosenForSaving()
     FileDialogDriver driver("in.stl");
     save(f.field);
     QCOMPARE(m_boxes->boxes().size(), 1); // the dialog's own: replace the file?
-    QCOMPARE(f.field.text(), QString("in.stl"));
+    QCOMPARE(f.field.text(), m_folder->enteredFor("in.stl", "here"));
     QCOMPARE(m_folder->read("here/in.stl"), QByteArray("x"));
 }
 
 void tst_LineEditFileDialogs::currentDirectoryReachedByAnotherPathGivesTheBareName()
 {
+#ifdef Q_OS_WIN
+    QSKIP("links to folders are no folders here");
+#endif
     m_folder->link("alias", m_folder->path("here"));
     FieldUnderTest f;
     FileDialogDriver driver(m_folder->path("alias/in.stl"));
     open(f.field);
-    QCOMPARE(f.field.text(), QString("in.stl"));
+    QCOMPARE(f.field.text(), m_folder->enteredFor("in.stl", "here"));
 }
 
 void tst_LineEditFileDialogs::refusedPolicyForFullPathsChangesNothing()
@@ -212,7 +218,7 @@ void tst_LineEditFileDialogs::refusedPolicyForFullPathsChangesNothing()
     f.field.addPolicy(PolicyKeepFullPath);
     FileDialogDriver driver(m_folder->path("here/in.stl"));
     open(f.field);
-    QCOMPARE(f.field.text(), QString("in.stl"));
+    QCOMPARE(f.field.text(), m_folder->enteredFor("in.stl", "here"));
 }
 
 void tst_LineEditFileDialogs::cancelledDialogPutsTheTextBack_data()

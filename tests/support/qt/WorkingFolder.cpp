@@ -7,7 +7,7 @@
 
 QString WorkingFolder::canonicalPath(const TemporaryFolder &folder)
 {
-    return QString::fromStdString(std::filesystem::canonical(folder.path()).string());
+    return QString::fromStdString(std::filesystem::canonical(folder.path()).generic_u8string());
 }
 
 void WorkingFolder::write(const QString &name, const QByteArray &content) const
@@ -27,6 +27,11 @@ QByteArray WorkingFolder::read(const QString &name) const
     content.replace("\r\n", "\n");
 #endif
     return content;
+}
+
+QString WorkingFolder::enteredFor(const QString &name, const QString &folder) const
+{
+    return QDir::separator() == '/' ? name : QDir::cleanPath(path(folder + '/' + name));
 }
 
 bool WorkingFolder::has(const QString &name) const

@@ -18,6 +18,11 @@ public:
     // On Windows without the carriage returns that text mode writes before line feeds.
     QByteArray read(const QString &name) const;
     bool has(const QString &name) const;
+
+    // What a field holds after a dialog has chosen a file in the current directory, which is `folder` in this
+    // one: the file's name. Deliberate: on Windows its path, because dialogs return paths with slashes there,
+    // and a path is reduced at its last backslash.
+    QString enteredFor(const QString &name, const QString &folder = ".") const;
     void makeFolder(const QString &name) const;
     void remove(const QString &name) const;
     void link(const QString &name, const QString &target) const;
