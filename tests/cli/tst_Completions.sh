@@ -66,20 +66,26 @@ zsh)
 zmodload zsh/zpty
 zpty -b shell zsh -f -i
 say() { zpty -w shell "$1"; }
+# Collects what the shell shows until this is among it.
+wait_for() {
+    local more tries=0
+    until [[ $output == *$1* ]] || ((++tries > 200)); do
+        if zpty -r -t shell more 2>/dev/null; then output+=$more; else sleep 0.1; fi
+    done
+}
 say "PS1= ; TERM=dumb; fpath=($1 \$fpath); autoload -Uz compinit; compinit -u -d $1/dump; unsetopt zle_bracketed_paste"
-say "stty -echo; cd $1; LISTMAX=1000; zstyle ':completion:*' verbose no; setopt list_rows_first"
-sleep 1
+say "stty -echo; cd $1; LISTMAX=1000; zstyle ':completion:*' verbose no; setopt list_rows_first; print rea''dy"
+wait_for ready
 zpty -w -n shell "meshvane-cli $2"$'\t\t'
-sleep 1
-zpty -r -t shell output 2>/dev/null
-while zpty -r -t shell more 2>/dev/null; do output+=$more; done
+wait_for $3
 print -r -- $output
 END
     cp "$file" "$home/_meshvane-cli"
+    # offered part pattern-of-a-word last-word
     offered() {
-        HOME=$home zsh -f "$home/drive.zsh" "$home" "$1" | tr -c 'a-z0-9-' '\n' | grep -Ex -- "$2" | sort -u | paste -sd' '
+        HOME=$home zsh -f "$home/drive.zsh" "$home" "$1" "$3" | tr -c 'a-z0-9-' '\n' | grep -Ex -- "$2" | sort -u | paste -sd' '
     }
-    expect "part of an option" "$(offered '--x-l' '--x-length(-of)?')" '--x-length --x-length-of'
+    expect "part of an option" "$(offered '--x-l' '--x-length(-of)?' '--x-length-of')" '--x-length --x-length-of'
     ;;
 esac
 echo passed
