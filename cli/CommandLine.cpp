@@ -1,13 +1,37 @@
 #include "cli/CommandLine.h"
 
 #include "cli/Complaints.h"
+#include "cli/StandardError.h"
 #include "cli/StrictNumber.h"
 
 #include <QCommandLineParser>
 
+#include <cstdlib>
 #include <cstring>
+#include <new>
 
 namespace {
+
+// No exception can leave the hashes of Qt 6: without memory for them the process would be ended by a signal.
+// While one of these lives, missing memory ends it in the command's own way.
+class MissingMemoryEndsProcess {
+public:
+    MissingMemoryEndsProcess()
+        : m_before(std::set_new_handler(endProcess))
+    {}
+    ~MissingMemoryEndsProcess() { std::set_new_handler(m_before); }
+    MissingMemoryEndsProcess(const MissingMemoryEndsProcess &) = delete;
+    MissingMemoryEndsProcess &operator=(const MissingMemoryEndsProcess &) = delete;
+
+private:
+    [[noreturn]] static void endProcess()
+    {
+        complainOfMissingMemory();
+        std::_Exit(EXIT_FAILURE);
+    }
+
+    std::new_handler m_before;
+};
 
 // The parser works on Qt's strings. One character for each byte keeps names in any encoding as they are.
 QString asCharacters(const std::string &bytes)
@@ -199,6 +223,7 @@ InfoRequest infoRequest(const GivenOptions &given, const std::vector<std::string
 
 CommandLine readCommandLine(const std::vector<std::string> &arguments)
 {
+    const MissingMemoryEndsProcess whileQtParses;
     const GivenOptions given(arguments);
     const std::vector<std::string> files = given.files();
     CommandLine line;

@@ -36,5 +36,5 @@ struct CommandLine {
 
 // Takes the arguments without the name of the program. Of an option that is given twice the last value
 // counts, but each must be a good one. Throws WrongUse with the option, the value and what would be right.
-// Opens no file.
+// Opens no file. Ends the process with status 1 if memory is missing.
 CommandLine readCommandLine(const std::vector<std::string> &arguments);

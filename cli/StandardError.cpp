@@ -36,3 +36,5 @@ void complainOf(const std::string &file, const std::string &message)
 {
     printLines("meshvane-cli: " + visibleName(file) + ": ", message);
 }
+
+void complainOfMissingMemory() { std::fputs("meshvane-cli: not enough memory\n", stderr); }

@@ -9,3 +9,6 @@ std::string visibleName(const std::string &file);
 // Each line of the message gets its prefix; empty lines are left out.
 void complain(const std::string &message);
 void complainOf(const std::string &file, const std::string &message);
+
+// Takes no memory itself.
+void complainOfMissingMemory();

@@ -115,10 +115,15 @@ std::FILE *openFaulty(const char *path, const char *mode)
     return stream;
 }
 
+// As the library's operator does, it asks the handler, which may end the process.
 void *allocate(std::size_t size)
 {
-    if (fails(FaultPoint::allocate))
-        throw std::bad_alloc();
+    if (fails(FaultPoint::allocate)) {
+        const std::new_handler handler = std::get_new_handler();
+        if (handler == nullptr)
+            throw std::bad_alloc();
+        handler();
+    }
     if (void *memory = std::malloc(size > 0 ? size : 1))
         return memory;
     throw std::bad_alloc();
