@@ -9,6 +9,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -24,6 +25,7 @@ std::function<void()> programStarter(std::vector<std::string> arguments)
         for (std::string &argument : arguments)
             pointers.push_back(argument.data());
         pointers.push_back(nullptr);
+        dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);
         execv(pointers[0], pointers.data());
         std::_Exit(EXIT_FAILURE);
     };

@@ -47,5 +47,7 @@ ls -l "$build/packages"
 [[ $tested == yes ]] || exit 0
 # A folder of its own for what Wine takes for a user's computer. Wine offers to install .NET and a browser otherwise.
 export WINEPREFIX=$build/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+trap 'wineserver --kill || true' EXIT
+/usr/lib/wine/wine64 wineboot --init >"$build/wineboot.log" 2>&1
 echo "Running the tests under Wine."
 ctest --preset windows

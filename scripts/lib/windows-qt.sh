@@ -58,7 +58,7 @@ build_windows_qt() {
         ln -s "$(command -v "x86_64-w64-mingw32-$name-posix")" "$work/compilers/x86_64-w64-mingw32-$name"
     done
     (
-        cd "$work/build"
+        cd "$work/build" || exit
         export PATH=$work/compilers:$PATH
         "$work/source/configure" -prefix "$prefix" "${WINDOWS_QT_OPTIONS[@]}" >"$work/configure.log" 2>&1
         nice make --jobs="$(nproc)" 2>&1 | tee "$work/build.log" | show_compiled_files
