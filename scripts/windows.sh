@@ -46,7 +46,8 @@ ls -l "$build/packages"
 
 [[ $tested == yes ]] || exit 0
 # A folder of its own for what Wine takes for a user's computer. Wine offers to install .NET and a browser otherwise.
-export WINEPREFIX=$build/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+# It passes on names of files in the encoding of the locale.
+export WINEPREFIX=$build/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml=' LC_ALL=C.UTF-8
 trap 'wineserver --kill || true' EXIT
 /usr/lib/wine/wine64 wineboot --init >"$build/wineboot.log" 2>&1
 echo "Running the tests under Wine."
