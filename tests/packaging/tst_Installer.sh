@@ -67,8 +67,11 @@ END
 cat >"$folder/click-spots" <<END
 exec '$wine' '$3' "\$@" 2>/dev/null | tr -d '\r'
 END
-sed -i '1i #!/bin/sh' "$folder/start-menu-entry" "$folder/click-spots"
-chmod +x "$folder/start-menu-entry" "$folder/click-spots"
+cat >"$folder/command-prompt" <<END
+exec '$wine' cmd /c message.bat
+END
+sed -i '1i #!/bin/sh' "$folder"/{start-menu-entry,click-spots,command-prompt}
+chmod +x "$folder"/{start-menu-entry,click-spots,command-prompt}
 CLICK_SPOTS_PROGRAM=$folder/click-spots
 
 # Relative names count from the user's documents.
@@ -103,6 +106,18 @@ wait_for_window_to_go 10 "$MAIN_WINDOW_TITLE" || fail "the window does not close
 "$wine" "$installed/meshvane-cli.exe" --x-scale 1.5 wedge.stl by-command.stl
 [[ -s by-command.stl ]] || fail "the command writes no output"
 wineserver --wait
+
+# As the guide says it: what ends the program is in a file.
+printf '%s\r\n' '"%LOCALAPPDATA%\Programs\Meshvane\meshvane.exe" 2>message.txt' >message.bat
+printf '\377%.0s' {1..300} >broken.stl
+start_meshvane "$folder" "$folder/command-prompt"
+fill_in edtFileIn broken.stl
+fill_in edtFileOut out.stl
+click_on Run
+wait_for_window_to_go 20 "$MAIN_WINDOW_TITLE" || fail "the program does not end"
+wineserver --wait
+[[ $(tr -d '\r' <message.txt) == 'The file broken.stl has the wrong size.' ]] || fail "message.txt: $(<message.txt)"
+rm message.bat message.txt broken.stl
 
 # The user's files stay, in the documents and in the program's folder.
 echo mine >"$installed/mine.txt"
