@@ -22,6 +22,7 @@ std::function<void()> programStarter(std::vector<std::string> arguments)
 {
     return [arguments]() mutable {
         std::vector<char *> pointers;
+        pointers.reserve(arguments.size() + 1);
         for (std::string &argument : arguments)
             pointers.push_back(argument.data());
         pointers.push_back(nullptr);

@@ -55,11 +55,13 @@ TEST(StlAsciiFacetsAgainstFscanf, TheStreamIsLeftWhereFscanfLeavesIt)
         SCOPED_TRACE(word);
         for (int line = 0; line < 4; ++line) {
             std::array<std::string, 4> points = {"0 0 1", "1 2 3", "4 5 6", "7 8 9"};
-            points[static_cast<std::size_t>(line)] = "1 " + word + " 3";
+            points[static_cast<std::size_t>(line)] = std::string("1 ").append(word).append(" 3");
             const std::string odd = asciiFacet({points[0], points[1], points[2], points[3]});
+            const std::string between = std::string(common).append(odd).append(plain);
+            const std::string twice = std::string(odd).append("\n \n").append(odd);
             for (int facets = 1; facets <= 3; ++facets) {
-                expectStreamAsFscanfLeavesIt(common + odd + plain, facets);
-                expectStreamAsFscanfLeavesIt(odd + "\n \n" + odd, facets);
+                expectStreamAsFscanfLeavesIt(between, facets);
+                expectStreamAsFscanfLeavesIt(twice, facets);
             }
             for (const std::size_t left : {1U, 10U, 30U, 50U})
                 expectStreamAsFscanfLeavesIt(odd.substr(0, odd.size() - left), 2);
@@ -74,7 +76,7 @@ TEST(StlAsciiFacetsAgainstFscanf, AnOddFacetMayLieAcrossTheBorderOfTwoBlocks)
     for (std::size_t back = 1; back < odd.size(); ++back) {
         SCOPED_TRACE(back);
         const std::string blanks(StlBlockReader::blockSize - label - back, ' ');
-        expectStreamAsFscanfLeavesIt(blanks + odd + odd, 2);
+        expectStreamAsFscanfLeavesIt(std::string(blanks).append(odd).append(odd), 2);
     }
 }
 

@@ -104,7 +104,7 @@ TEST(StlPointMemory, APointOfTextIsAllOfItsCharacters)
         memory.ask(point.data());
     }
     const int calls = memory.calls();
-    const std::string copy = point;
+    const std::string copy(point.data(), point.size());
     memory.ask(copy.data());
     EXPECT_EQ(memory.calls(), calls) << "found, wherever the characters are";
 }
@@ -189,7 +189,8 @@ TEST(StlPointMemory, NoAnswerIsThatOfAnotherPoint)
     constexpr int all = 100000;
     for (int i = 0; i < all; ++i) {
         random = random * 1664525U + 1013904223U;
-        const StlVertex point = corner(static_cast<float>(random >> 28U), static_cast<float>(i / 5000), 0.5F);
+        const int slow = i / 5000;
+        const StlVertex point = corner(static_cast<float>(random >> 28U), static_cast<float>(slow), 0.5F);
         StlVertex answer;
         bool made = false;
         ASSERT_TRUE(memory.findOrMake(point, &answer, [&] {

@@ -404,6 +404,7 @@ TEST_F(StlReader, BothLineEndsGiveTheSameMesh)
     load(text);
     ASSERT_EQ(mesh.stats.facetCount, 4);
     std::vector<FacetNumbers> numbers;
+    numbers.reserve(4);
     for (int i = 0; i < 4; ++i)
         numbers.push_back(numbersOf(mesh.facets[i]));
     load(withCarriageReturns(text));
