@@ -19,6 +19,12 @@ if(MESHVANE_FOR_32_BIT_X86)
     set(meshvane_arithmetic_options -msse2 -mfpmath=sse)
 endif()
 
+# 32-bit systems open files of 2 GiB and more only on request.
+set(meshvane_file_definitions)
+if(UNIX AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+    set(meshvane_file_definitions _FILE_OFFSET_BITS=64)
+endif()
+
 add_library(meshvane_warnings INTERFACE)
 target_compile_options(meshvane_warnings INTERFACE
     $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion
@@ -38,6 +44,7 @@ function(meshvane_own_code target)
     target_compile_features(${target} PUBLIC cxx_std_17)
     set_target_properties(${target} PROPERTIES CXX_STANDARD 17 CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF)
     target_compile_options(${target} PUBLIC ${meshvane_arithmetic_options})
+    target_compile_definitions(${target} PRIVATE ${meshvane_file_definitions})
     target_link_libraries(${target} PRIVATE
         $<BUILD_INTERFACE:meshvane_build_flags> $<BUILD_INTERFACE:meshvane_warnings>)
 endfunction()
