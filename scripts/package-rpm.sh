@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Makes the RPM packages of the commit that is checked out, in build/package, and checks them with rpmlint:
 #   scripts/package-rpm.sh
-# This is for Debian, whose rpmbuild cannot tell which packages are installed. So what the spec file requires for
+# This is for Debian, whose rpmbuild cannot tell which packages are installed. So what meshvane.spec requires for
 # the build is not looked for, but installed under Debian's names.
 set -euo pipefail
 
