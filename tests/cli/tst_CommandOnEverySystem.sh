@@ -7,31 +7,11 @@ system=$1
 meshes=$2
 shift 2
 program=("$@")
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-cp "$meshes"/gear.stl "$meshes"/bracket.stl "$folder"
+# shellcheck source=tests/cli/command-on-a-system.sh
+source "$(dirname "${BASH_SOURCE[0]}")/command-on-a-system.sh"
+cp "$meshes"/gear.stl "$meshes"/bracket.stl .
 name='two  blanks, körper 立体.stl'
-cp "$meshes/nameplate.stl" "$folder/$name"
-cd "$folder"
-export LC_ALL=C.UTF-8
-unset TMPDIR
-
-fail() {
-    echo "FAILED: $*" >&2
-    exit 1
-}
-
-# expect status lines arguments...: how the command ends, and what it says, times aside.
-expect() {
-    local status=$1 lines=$2 ended=0 said
-    shift 2
-    said=$(set +e
-        "${program[@]}" "$@" 2>&1 </dev/null |
-            tr -d '\r' | sed -E 's/, [0-9]+\.[0-9]{3} s$//; s/"seconds":[-+.e0-9]+/"seconds":T/'
-        exit "${PIPESTATUS[0]}") || ended=$?
-    [[ $ended == "$status" ]] || fail "$*: status $ended: $said"
-    [[ $said == "$lines" ]] || fail "$*: says: $said"
-}
+cp "$meshes/nameplate.stl" "$name"
 
 # holds names...: the files in the folder, apart from the three meshes.
 holds() {

@@ -6,31 +6,13 @@ set -euo pipefail
 meshes=$1
 page=$2
 wine=$3
-program=$4
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-cp "$meshes"/*.stl "$folder"
-cd "$folder"
+program=("$3" "$4")
+# shellcheck source=tests/cli/command-on-a-system.sh
+source "$(dirname "${BASH_SOURCE[0]}")/command-on-a-system.sh"
+cp "$meshes"/*.stl .
 here=Z:${folder//\//\\}
-folder_of_program=$(dirname "$program")
-export LC_ALL=C.UTF-8 WINEPATH=Z:${folder_of_program//\//\\}
-unset TMPDIR
-
-fail() {
-    echo "FAILED: $*" >&2
-    exit 1
-}
-
-# expect status lines arguments...: how the command ends, and what it says.
-expect() {
-    local status=$1 lines=$2 ended=0 said
-    shift 2
-    said=$(set +e
-        "$wine" "$program" "$@" 2>&1 </dev/null | tr -d '\r'
-        exit "${PIPESTATUS[0]}") || ended=$?
-    [[ $ended == "$status" ]] || fail "$*: status $ended: $said"
-    [[ $said == "$lines" ]] || fail "$*: says: $said"
-}
+folder_of_program=$(dirname "$4")
+export WINEPATH=Z:${folder_of_program//\//\\}
 
 # holds names...: the files in the folder, apart from the meshes.
 holds() {
@@ -51,13 +33,13 @@ expect 2 'meshvane-cli: GEAR.STL is the input or the output as well; give it ano
 holds results results/out.stl
 
 echo "Patterns, which the command prompt does not replace"
-said=$("$wine" "$program" info '*.stl' 'results\*.stl' </dev/null | tr -d '\r' | grep -v '^ ' | LC_ALL=C sort | paste -sd' ')
+said=$("${program[@]}" info '*.stl' 'results\*.stl' </dev/null | tr -d '\r' | grep -v '^ ' | LC_ALL=C sort | paste -sd' ')
 [[ $said == 'bracket.stl gear.stl nameplate.stl results\out.stl' ]] || fail "found $said"
 expect 1 'meshvane-cli: *.xyz: Invalid argument' info '*.xyz'
 
 echo "Another drive to work on"
 expect 0 '' --force --temporary-folder 'C:\windows\temp' --log 'results\run.log' --keep-temporary gear.stl 'results\out.stl'
-cmp <("$wine" "$program" --force gear.stl out.stl && cat out.stl) results/out.stl
+cmp <("${program[@]}" --force gear.stl out.stl && cat out.stl) results/out.stl
 rm out.stl results/*
 
 echo "A file, read-only besides, that another program holds open"
@@ -101,7 +83,7 @@ echo "A bar on the console, and Ctrl-C"
 } >large.stl
 mkfifo keys
 : >typescript
-script --quiet --return --command "'$wine' '$program' --z-length 100 --x-origin-to-zero large.stl 'results\\out.stl'" \
+script --quiet --return --command "'$wine' '${program[1]}' --z-length 100 --x-origin-to-zero large.stl 'results\\out.stl'" \
     typescript <keys >/dev/null &
 exec 9>keys
 for _ in {1..600}; do
