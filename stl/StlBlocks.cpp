@@ -8,17 +8,20 @@
 #include <cerrno>
 #include <cstring>
 
-StlBlockReader::StlBlockReader(std::FILE *in)
+StlBlockReader::StlBlockReader(std::FILE *in, StlLineEnd lineEnd)
     : m_in(in),
+      m_lineEnd(lineEnd),
       m_canSeek(in != nullptr && std::fgetpos(in, &m_mark.position) == 0),
       m_block(new char[capacity]) // not make_unique, which would touch all of it
 {
     m_laterMark = m_mark;
+    if (lineEnd != StlLineEnd::lineFeed)
+        m_longLines.reset(new char[longLinesSize]);
 }
 
 StlBlockReader::~StlBlockReader()
 {
-    if (m_canSeek && m_begin != m_end)
+    if (m_canSeek && (m_begin != m_end || m_holdsReturn))
         giveBack();
 }
 
@@ -42,12 +45,39 @@ void StlBlockReader::readAhead(std::size_t wanted)
     setMark();
     while (m_end < wanted && !m_atEnd) {
         const std::size_t room = std::min(blockSize, (capacity - m_end) / streamPageSize * streamPageSize);
-        const std::size_t count = std::fread(m_block.get() + m_end, 1, room, m_in);
+        const std::size_t count = read(m_block.get() + m_end, room);
         m_end += count;
         stlTellProgress(count);
-        if (count < room)
-            noteEnd();
     }
+}
+
+// Notes the end of the stream when it meets it.
+std::size_t StlBlockReader::read(char *to, std::size_t room)
+{
+    if (m_lineEnd != StlLineEnd::lineFeed)
+        return readLongLines(to, room);
+    const std::size_t count = std::fread(to, 1, room, m_in);
+    if (count < room)
+        noteEnd();
+    return count;
+}
+
+std::size_t StlBlockReader::readLongLines(char *to, std::size_t room)
+{
+    char *const lines = m_longLines.get();
+    const std::size_t held = m_holdsReturn ? 1 : 0;
+    const std::size_t wanted = std::min(room, longLinesSize) - held;
+    const std::size_t count = std::fread(lines + held, 1, wanted, m_in);
+    if (count < wanted)
+        noteEnd();
+    std::size_t size = held + count;
+    m_holdsReturn = !m_atEnd && lines[size - 1] == '\r';
+    if (m_holdsReturn)
+        --size;
+    const char *const end = stlCopyWithoutCarriageReturns(to, {lines, size});
+    if (m_holdsReturn)
+        lines[0] = '\r';
+    return static_cast<std::size_t>(end - to);
 }
 
 void StlBlockReader::readLine()
@@ -55,7 +85,7 @@ void StlBlockReader::readLine()
     m_begin = 0;
     m_end = 0;
     while (m_end < stlLongestLine) {
-        const int character = std::getc(m_in);
+        const int character = nextCharacter();
         if (character == EOF) {
             noteEnd();
             return;
@@ -73,10 +103,10 @@ void StlBlockReader::noteEnd()
 }
 
 // Marks where the stream stands, once every byte before the later mark has been taken. If the stream does not
-// tell its position, the older marks serve, too.
+// tell its position, or stands within a line end, the older marks serve, too.
 void StlBlockReader::setMark()
 {
-    if (m_laterMark.index > 0)
+    if (m_laterMark.index > 0 || m_holdsReturn)
         return;
     m_mark = m_laterMark;
     Mark here{};
@@ -93,10 +123,25 @@ void StlBlockReader::giveBack()
     const Mark &mark = m_laterMark.index <= begin ? m_laterMark : m_mark;
     if (std::fsetpos(m_in, &mark.position) != 0)
         return;
-    for (auto left = static_cast<std::size_t>(begin - mark.index); left > 0;) {
-        const std::size_t count = std::min(left, capacity);
-        if (std::fread(m_block.get(), 1, count, m_in) != count)
-            return;
-        left -= count;
+    readAgain(static_cast<std::size_t>(begin - mark.index));
+}
+
+void StlBlockReader::readAgain(std::size_t count)
+{
+    if (m_lineEnd != StlLineEnd::lineFeed) {
+        while (count > 0 && nextCharacter() != EOF)
+            --count;
+        return;
     }
+    while (count > 0) {
+        const std::size_t wanted = std::min(count, capacity);
+        if (std::fread(m_block.get(), 1, wanted, m_in) != wanted)
+            return;
+        count -= wanted;
+    }
+}
+
+int StlBlockReader::nextCharacter() const
+{
+    return m_lineEnd == StlLineEnd::lineFeed ? std::getc(m_in) : stlNextTextCharacter(m_in);
 }

@@ -80,6 +80,14 @@ inline bool stlIsWithinLine(const char *point)
     return (controls & (ones * 0x80U)) == 0;
 }
 
+// True if these are the seven lines of a facet in the common layout, whatever its points are.
+inline bool stlHasCommonLines(const char *text)
+{
+    return stlHasCommonLayout(text) && stlIsWithinLine(text + stlCommonPointStarts[0]) &&
+           stlIsWithinLine(text + stlCommonPointStarts[1]) &&
+           stlIsWithinLine(text + stlCommonPointStarts[2]) && stlIsWithinLine(text + stlCommonPointStarts[3]);
+}
+
 // The functions below return false if a number does not have the common form or if its kernel declines it.
 
 // Reads a point's numbers. Ignore what it has filled in if it returns false.

@@ -3,16 +3,17 @@
 
 #include "stl/StlBlocks.h"
 #include "stl/StlLimits.h"
+#include "stl/StlLineEnd.h"
 
 #include <cstdio>
 #include <string_view>
 
-// Reads a stream line by line, as fgets does, and counts the lines. A null stream has none. The destructor
-// leaves the stream right after the last line taken.
+// Reads a stream line by line, as fgets does on a stream in text mode, and counts the lines. A null stream
+// has none. The destructor leaves the stream right after the last line taken.
 class StlLineReader {
 public:
-    explicit StlLineReader(std::FILE *in)
-        : m_blocks(in)
+    explicit StlLineReader(std::FILE *in, StlLineEnd lineEnd = StlLineEnd::lineFeed)
+        : m_blocks(in, lineEnd)
     {}
 
     // Goes to the next line. False at the end of the stream; number() then stays as it was. A line that a

@@ -257,12 +257,12 @@ private:
 } // namespace
 
 int stl_scan_extents(char *message, std::FILE *in, double *minX, double *maxX, double *minY, double *maxY,
-                     double *minZ, double *maxZ)
+                     double *minZ, double *maxZ, StlLineEnd lineEnd)
 {
     double *const min[3] = {minX, minY, minZ};
     double *const max[3] = {maxX, maxY, maxZ};
     ExtentScan scan(min, max);
-    StlLineReader lines(in);
+    StlLineReader lines(in, lineEnd);
     if (!lines.next()) {
         setMessage(message, stlReadErrorMessage);
         return -1;
@@ -278,14 +278,15 @@ int stl_scan_extents(char *message, std::FILE *in, double *minX, double *maxX, d
 
 int stl_apply_pass(char *message, std::FILE *in, std::FILE *out, double xScl, double yScl, double zScl,
                    double xOfsB, double yOfsB, double zOfsB, double xOfsA, double yOfsA, double zOfsA,
-                   const RotationMatrix &rotX, const RotationMatrix &rotY, const RotationMatrix &rotZ)
+                   const RotationMatrix &rotX, const RotationMatrix &rotY, const RotationMatrix &rotZ,
+                   StlLineEnd lineEnd)
 {
     const AxisChange axes[3] = {{xScl, xOfsB, xOfsA}, {yScl, yOfsB, yOfsA}, {zScl, zOfsB, zOfsA}};
     const RotationMatrix *const rotations[3] = {&rotX, &rotY, &rotZ};
-    StlLineReader lines(in);
+    StlLineReader lines(in, lineEnd);
     if (!lines.next())
         return -1;
-    StlTextWriter writer(out);
+    StlTextWriter writer(out, lineEnd);
     writer.write(lines.line());
     ApplyTransformation transformation(writer, axes, rotations);
     const StlWalkResult walk = stlWalkFacets(lines, StlPassKind::apply, transformation, message);

@@ -6,6 +6,7 @@
 #include "stl/StlBlocks.h"
 #include "stl/StlCommonFacet.h"
 #include "stl/StlFatal.h"
+#include "stl/StlLineEnd.h"
 #include "stl/StlMessages.h"
 
 #include <algorithm>
@@ -14,7 +15,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <iterator>
 #include <string>
 #include <system_error>
 
@@ -47,7 +47,7 @@ void endIfUnreadable(int error, const char *path)
 int readError(std::FILE *file) { return std::ferror(file) != 0 ? errno : 0; }
 
 // Binary: in a text stream of some systems byte 26 is the end. What a text stream does to line ends,
-// nextTextCharacter and countLines do.
+// stlNextTextCharacter and countLines do.
 std::FILE *openForReading(const char *path)
 {
     std::FILE *file = std::fopen(path, "rb");
@@ -91,30 +91,8 @@ StlType typeOf(std::FILE *file, const char *path)
     return ascii;
 }
 
-// The next character of a text. A carriage return before a line feed is dropped.
-int nextTextCharacter(std::FILE *file)
-{
-    const int character = std::getc(file);
-    if (character != '\r')
-        return character;
-    const int following = std::getc(file);
-    if (following == '\n')
-        return following;
-    std::ungetc(following, file);
-    return character;
-}
-
-// True if the text starts with the seven lines of a facet in the common layout, whatever its points are. All
-// of them count.
-bool startsWithCommonLines(std::string_view text)
-{
-    return text.size() >= stlCommonFacetSize && stlHasCommonLayout(text.data()) &&
-           std::all_of(std::begin(stlCommonPointStarts), std::end(stlCommonPointStarts),
-                       [text](std::size_t start) { return stlIsWithinLine(text.data() + start); });
-}
-
 // One more than the number of line feeds that end a line of at least four characters, among the first `size`
-// characters of the text. Characters are those that nextTextCharacter returns: a carriage return before a
+// characters of the text. Characters are those that stlNextTextCharacter returns: a carriage return before a
 // line feed does not count.
 std::int32_t countLines(std::FILE *file, std::int32_t size, const char *path)
 {
@@ -128,7 +106,7 @@ std::int32_t countLines(std::FILE *file, std::int32_t size, const char *path)
     for (std::string_view bytes = blocks.ahead(stlCommonFacetSize); !bytes.empty();
          bytes = blocks.ahead(stlCommonFacetSize)) {
         if (characters == 0 && total + std::int64_t{stlCommonFacetSize} <= size &&
-            startsWithCommonLines(bytes)) {
+            bytes.size() >= stlCommonFacetSize && stlHasCommonLines(bytes.data())) { // all seven count
             total += std::int64_t{stlCommonFacetSize};
             lines += stlCommonFacetLines;
             last = '\n';
@@ -160,7 +138,7 @@ std::int32_t countLines(std::FILE *file, std::int32_t size, const char *path)
 void readAsciiLabel(StlMesh &mesh, const char *path)
 {
     for (int i = 0; i < stlBinaryLabelSize; ++i) {
-        const int character = nextTextCharacter(mesh.file);
+        const int character = stlNextTextCharacter(mesh.file);
         if (character == EOF || character == '\n')
             break;
         mesh.stats.header[i] = static_cast<char>(character);

@@ -7,19 +7,40 @@
 #include <algorithm>
 #include <cstring>
 
-StlTextWriter::StlTextWriter(std::FILE *out)
+StlTextWriter::StlTextWriter(std::FILE *out, StlLineEnd lineEnd)
     : m_out(out),
       m_block(new char[blockSize]) // not make_unique, which would touch all of it
-{}
+{
+    if (lineEnd != StlLineEnd::lineFeed)
+        m_longLines.reset(new char[2 * pieceSize]);
+}
 
 StlTextWriter::~StlTextWriter() { handOver(m_used); }
 
 void StlTextWriter::handOver(std::size_t count)
 {
-    m_complete = std::fwrite(m_block.get(), 1, count, m_out) == count && m_complete;
+    if (m_longLines)
+        putLongLines({m_block.get(), count});
+    else
+        put({m_block.get(), count});
     stlTellProgress(count);
     m_used -= count;
     std::memmove(m_block.get(), m_block.get() + count, m_used);
+}
+
+void StlTextWriter::put(std::string_view bytes)
+{
+    m_complete = std::fwrite(bytes.data(), 1, bytes.size(), m_out) == bytes.size() && m_complete;
+}
+
+void StlTextWriter::putLongLines(std::string_view text)
+{
+    while (!text.empty()) {
+        const std::string_view piece = text.substr(0, pieceSize);
+        const char *const end = stlCopyWithCarriageReturns(m_longLines.get(), piece);
+        put({m_longLines.get(), static_cast<std::size_t>(end - m_longLines.get())});
+        text.remove_prefix(piece.size());
+    }
 }
 
 void StlTextWriter::makeRoom() { handOver(m_used / streamPageSize * streamPageSize); }

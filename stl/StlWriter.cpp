@@ -67,9 +67,9 @@ private:
     StlPointMemory<StlPointBits, PointLine> m_corners;
 };
 
-bool writeMesh(const StlMesh &mesh, std::FILE *file)
+bool writeMesh(const StlMesh &mesh, std::FILE *file, StlLineEnd lineEnd)
 {
-    StlTextWriter out(file);
+    StlTextWriter out(file, lineEnd);
     // Deliberate: the label is this text whatever the mesh's own label is, and both lines keep their two
     // blanks.
     out.write("solid  (null)\n");
@@ -82,12 +82,12 @@ bool writeMesh(const StlMesh &mesh, std::FILE *file)
 
 } // namespace
 
-bool stl_write_ascii_checked(const StlMesh &mesh, const char *path)
+bool stl_write_ascii_checked(const StlMesh &mesh, const char *path, StlLineEnd lineEnd)
 {
-    Stream file(std::fopen(path, "w"));
+    Stream file(std::fopen(path, "wb"));
     if (!file)
         stlFatalWithSystemError(std::string("stl_write_ascii: Couldn't open ") + path + " for writing");
-    const bool written = writeMesh(mesh, file.get());
+    const bool written = writeMesh(mesh, file.get(), lineEnd);
     const bool closed = std::fclose(file.release()) == 0;
     return written && closed;
 }

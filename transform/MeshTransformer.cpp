@@ -12,14 +12,15 @@ namespace {
 // Deliberate: not the full-precision pi / 180. Outputs of earlier runs are compared byte for byte.
 constexpr double radiansPerDegree = 0.017453293;
 
-// Opens the file again for the next pass. If it is gone, the stream is null, which that pass treats as an
-// empty file.
-int scanExtents(MeshTransformer &t, char *message, Stream &input)
+// Opens the file again for the next pass, in the mode that the line ends tell of. If it is gone, the stream
+// is null, which that pass treats as an empty file.
+int scanExtents(MeshTransformer &t, char *message, Stream &input, StlLineEnd lineEnd)
 {
-    if (stl_scan_extents(message, input.get(), &t.xMin, &t.xMax, &t.yMin, &t.yMax, &t.zMin, &t.zMax) != 0)
+    if (stl_scan_extents(message, input.get(), &t.xMin, &t.xMax, &t.yMin, &t.yMax, &t.zMin, &t.zMax,
+                         lineEnd) != 0)
         return -1;
     input.reset();
-    input.reset(std::fopen(temporaryFileName, "r"));
+    input.reset(std::fopen(temporaryFileName, lineEnd == StlLineEnd::lineFeed ? "r" : "rb"));
     return 0;
 }
 
@@ -89,7 +90,7 @@ int stl_transform(MeshTransformer &transformer, char *message, std::FILE *input,
                   int rotateX, int rotateY, int rotateZ, double angleX, double angleY, double angleZ,
                   int setLengthX, int setLengthY, int setLengthZ, double targetX, double targetY,
                   double targetZ, int setOriginX, int setOriginY, int setOriginZ, int xSameY, int xSameZ,
-                  int ySameX, int ySameZ, int zSameX, int zSameY)
+                  int ySameX, int ySameZ, int zSameX, int zSameY, StlLineEnd lineEnd)
 {
     if (input == nullptr || output == nullptr)
         return -1;
@@ -102,7 +103,7 @@ int stl_transform(MeshTransformer &transformer, char *message, std::FILE *input,
     buildRotation(t, t.rotZ, RotationMatrix::aboutZ, rotateZ, angleZ);
 
     if (setOriginX + setOriginY + setOriginZ + xSameY + xSameZ + ySameX + ySameZ + zSameX + zSameY > 0) {
-        if (scanExtents(t, message, in) != 0)
+        if (scanExtents(t, message, in, lineEnd) != 0)
             return -1;
         applyOrigins(
             {{setOriginX, t.xOfsB, t.xMin}, {setOriginY, t.yOfsB, t.yMin}, {setOriginZ, t.zOfsB, t.zMin}});
@@ -116,12 +117,12 @@ int stl_transform(MeshTransformer &transformer, char *message, std::FILE *input,
                       {zSameY, t.zScl, lengthY(t), lengthZ(t)}});
     }
     if (setLengthX != 0 || setLengthY != 0 || setLengthZ != 0) {
-        if (scanExtents(t, message, in) != 0)
+        if (scanExtents(t, message, in, lineEnd) != 0)
             return -1;
         applyLengths({{setLengthX, t.xScl, targetX, lengthX(t)},
                       {setLengthY, t.yScl, targetY, lengthY(t)},
                       {setLengthZ, t.zScl, targetZ, lengthZ(t)}});
     }
     return stl_apply_pass(message, in.get(), out.get(), t.xScl, t.yScl, t.zScl, t.xOfsB, t.yOfsB, t.zOfsB,
-                          t.xOfsA, t.yOfsA, t.zOfsA, t.rotX, t.rotY, t.rotZ);
+                          t.xOfsA, t.yOfsA, t.zOfsA, t.rotX, t.rotY, t.rotZ, lineEnd);
 }

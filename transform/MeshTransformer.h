@@ -3,6 +3,7 @@
 #pragma once
 
 #include "stl/RotationMatrix.h"
+#include "stl/StlLineEnd.h"
 
 #include <cstdio>
 
@@ -26,9 +27,10 @@ struct MeshTransformer {
 // rotation. An axis without extent gives an infinite or undefined scale, which is used as it is. Angles are
 // in degrees, flags 0 or 1. `message` has stlMessageCapacity characters and holds a text already. Returns 0
 // with the totals appended to `message`, or -1 with the reason in it, and closes both streams. With a null
-// stream it returns -1 at once and touches neither message nor streams.
+// stream it returns -1 at once and touches neither message nor streams. `lineEnd` is what ends a line in the
+// bytes of both streams: the system's line end if they are in binary mode.
 int stl_transform(MeshTransformer &transformer, char *message, std::FILE *input, std::FILE *output,
                   int rotateX, int rotateY, int rotateZ, double angleX, double angleY, double angleZ,
                   int setLengthX, int setLengthY, int setLengthZ, double targetX, double targetY,
                   double targetZ, int setOriginX, int setOriginY, int setOriginZ, int xSameY, int xSameZ,
-                  int ySameX, int ySameZ, int zSameX, int zSameY);
+                  int ySameX, int ySameZ, int zSameX, int zSameY, StlLineEnd lineEnd = StlLineEnd::lineFeed);

@@ -85,7 +85,7 @@ Stream RunPipeline::prepare()
                                  emptied.errorString());
         return nullptr;
     }
-    Stream input(std::fopen(temporaryFileName, "r"));
+    Stream input(std::fopen(temporaryFileName, "rb"));
     if (!input) {
         m_reporter.error(QStringLiteral("Invalid input file."));
         return nullptr;
@@ -106,7 +106,7 @@ void RunPipeline::openLog()
 
 Stream RunPipeline::openOutput(const QString &outputPath)
 {
-    Stream output(std::fopen(outputPath.toUtf8().constData(), "w+"));
+    Stream output(std::fopen(outputPath.toUtf8().constData(), "w+b"));
     if (!output)
         m_reporter.error(QStringLiteral("Unable to open output file."));
     return output;
@@ -118,10 +118,10 @@ bool RunPipeline::transform(const TransformParameters &p, Stream input, Stream o
     char message[stlMessageCapacity] = "\n";
     m_transformer = std::make_unique<MeshTransformer>(p.xScl, p.yScl, p.zScl, p.xOfsB, p.yOfsB, p.zOfsB,
                                                       p.xOfsA, p.yOfsA, p.zOfsA);
-    const int result = stl_transform(*m_transformer, message, input.release(), output.release(), p.xRotate,
-                                     p.yRotate, p.zRotate, p.xAngle, p.yAngle, p.zAngle, p.xSetL, p.ySetL,
-                                     p.zSetL, p.xLength, p.yLength, p.zLength, p.xSet0, p.ySet0, p.zSet0,
-                                     p.xSameY, p.xSameZ, p.ySameX, p.ySameZ, p.zSameX, p.zSameY);
+    const int result = stl_transform(
+        *m_transformer, message, input.release(), output.release(), p.xRotate, p.yRotate, p.zRotate, p.xAngle,
+        p.yAngle, p.zAngle, p.xSetL, p.ySetL, p.zSetL, p.xLength, p.yLength, p.zLength, p.xSet0, p.ySet0,
+        p.zSet0, p.xSameY, p.xSameZ, p.ySameX, p.ySameZ, p.zSameX, p.zSameY, stlSystemLineEnd);
     m_message = message;
     if (result != 0)
         m_reporter.error(QString::fromUtf8(message));

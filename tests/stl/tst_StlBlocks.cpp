@@ -187,6 +187,75 @@ TEST(StlBlocks, ATextStreamIsLeftAfterWhatWasTaken)
     }
 }
 
+// Lines of such lengths that the border between two reads comes at every place in a line end.
+std::string linesOfAllLengths(std::size_t size)
+{
+    std::string text;
+    for (std::size_t length = 0; text.size() < size; length = (length + 1) % 100)
+        text += std::string(length, 'x') + (length % 7 == 3 ? "\r\n" : "\n");
+    return text;
+}
+
+TEST(StlBlocks, CarriageReturnsBeforeLineFeedsAreDropped)
+{
+    for (const std::size_t size :
+         {std::size_t{0}, std::size_t{1}, std::size_t{1000}, blockSize, 3 * blockSize}) {
+        const std::string text = linesOfAllLengths(size) + "end\r";
+        for (const std::size_t step : {stlCommonFacetSize, std::size_t{70001}, blockSize}) {
+            SCOPED_TRACE(std::to_string(size) + " bytes by " + std::to_string(step));
+            const Stream in = streamOf(withCarriageReturns(text));
+            StlBlockReader reader(in.get(), StlLineEnd::carriageReturnAndLineFeed);
+            std::string got;
+            for (std::string_view ahead = reader.ahead(step); !ahead.empty(); ahead = reader.ahead(step)) {
+                ASSERT_TRUE(ahead.size() >= step || got.size() + ahead.size() == text.size());
+                got += ahead.substr(0, step);
+                reader.take(std::min(step, ahead.size()));
+            }
+            EXPECT_TRUE(got == text);
+            EXPECT_EQ(reader.error(), 0);
+        }
+    }
+}
+
+TEST(StlBlocks, AStreamWithCarriageReturnsIsLeftAfterWhatWasTaken)
+{
+    const std::string text = linesOfAllLengths(2 * blockSize);
+    const Stream in = streamOf(withCarriageReturns(text));
+    for (const std::size_t near : {std::size_t{0}, std::size_t{65500}, blockSize, 2 * blockSize - 100}) {
+        for (std::size_t taken = near; taken < near + 100; ++taken) {
+            for (const std::size_t wanted : {std::size_t{0}, std::size_t{1}, blockSize}) {
+                std::rewind(in.get());
+                {
+                    StlBlockReader reader(in.get(), StlLineEnd::carriageReturnAndLineFeed);
+                    take(reader, taken);
+                    reader.ahead(wanted);
+                }
+                const std::string before = withCarriageReturns(text.substr(0, taken));
+                ASSERT_EQ(std::ftell(in.get()), static_cast<long>(before.size())) << taken << ", " << wanted;
+            }
+        }
+    }
+}
+
+// The first read of the stream ends between the two characters of a line end.
+TEST(StlBlocks, ALineEndThatWasReadHalfIsGivenBackWhole)
+{
+    const std::string text = std::string(65535, 'x') + "\nmore";
+    const Stream in = streamOf(withCarriageReturns(text));
+    for (const std::size_t wanted : {0U, 1U}) { // and then the other half is read, too
+        std::rewind(in.get());
+        {
+            StlBlockReader reader(in.get(), StlLineEnd::carriageReturnAndLineFeed);
+            ASSERT_EQ(reader.ahead(1).size(), 65535U);
+            reader.take(65535);
+            reader.ahead(wanted);
+        }
+        EXPECT_EQ(std::ftell(in.get()), 65535);
+    }
+    StlBlockReader reader(in.get(), StlLineEnd::carriageReturnAndLineFeed);
+    EXPECT_EQ(reader.ahead(1), "\nmore");
+}
+
 TEST(StlBlocks, BeyondTwoGiBTheStreamIsLeftAfterWhatWasTaken)
 {
     const TemporaryFolder folder;

@@ -106,14 +106,16 @@ TEST(StlFailingStreams, AReadErrorAfterTheEndsolidLineIsNoFailure)
 
 TEST(StlFailingStreams, FlushingReportsAFullDisk)
 {
-    for (const std::size_t size :
-         {std::size_t{1}, StlTextWriter::largestRoom / 5, 6 * StlTextWriter::largestRoom}) {
-        SCOPED_TRACE(size);
-        const Stream stream = openStream("/dev/full", "w");
-        StlTextWriter writer(stream.get());
-        writer.write(std::string(size, 'x'));
-        EXPECT_FALSE(writer.flush());
-        EXPECT_FALSE(writer.flush()) << "a loss stays reported";
+    for (const StlLineEnd lineEnd : {StlLineEnd::lineFeed, StlLineEnd::carriageReturnAndLineFeed}) {
+        for (const std::size_t size :
+             {std::size_t{1}, StlTextWriter::largestRoom / 5, 6 * StlTextWriter::largestRoom}) {
+            SCOPED_TRACE(size);
+            const Stream stream = openStream("/dev/full", "w");
+            StlTextWriter writer(stream.get(), lineEnd);
+            writer.write(std::string(size, 'x'));
+            EXPECT_FALSE(writer.flush());
+            EXPECT_FALSE(writer.flush()) << "a loss stays reported";
+        }
     }
 }
 

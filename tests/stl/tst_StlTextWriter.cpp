@@ -35,6 +35,20 @@ TEST(StlTextWriter, TextOfAnySizeArrivesInOrder)
     EXPECT_TRUE(bytesOf(stream) == expected + large + "end");
 }
 
+TEST(StlTextWriter, LineFeedsBecomeLineEnds)
+{
+    std::string text = "a\r\n\n";
+    while (text.size() < 3 * StlTextWriter::largestRoom)
+        text += "line " + std::to_string(text.size()) + '\n';
+    const Stream stream = streamOf("");
+    StlTextWriter writer(stream.get(), StlLineEnd::carriageReturnAndLineFeed);
+    writer.write(text);
+    writer.writePaddedPoint("", 1.0, 2.0, 3.0);
+    EXPECT_TRUE(writer.flush());
+    text += " 1.00000000E+00  2.00000000E+00  3.00000000E+00\n";
+    EXPECT_TRUE(bytesOf(stream) == withCarriageReturns(text));
+}
+
 TEST(StlTextWriter, ZeroBytesAndPercentSignsAreText)
 {
     const Stream stream = streamOf("");

@@ -18,6 +18,7 @@
 namespace {
 
 constexpr const char *twinWrittenName = "written-by-twin.stl";
+constexpr const char *longLinesName = "written-with-carriage-returns.stl";
 
 // What the program writes to standard error while this lives. Reports of sanitizers are not collected.
 class CollectedErrors {
@@ -81,12 +82,13 @@ void compareStatistics(Verdict &verdict, const StlStats &a, const plain::Stats &
     verdict.expectSameOrBothNan(double{a.firstEdgeExtent}, double{b.firstEdgeExtent}, "firstEdgeExtent");
 }
 
+constexpr std::size_t pipeCapacity = 65536;
+
 // At most what a pipe holds, or the writing would wait for a reader.
 Stream pipeOf(std::string_view bytes)
 {
-    constexpr std::size_t capacity = 65536;
     int ends[2] = {-1, -1};
-    if (bytes.size() > capacity || pipe(ends) != 0)
+    if (bytes.size() > pipeCapacity || pipe(ends) != 0)
         throw std::runtime_error("no pipe for the text");
     const bool written = write(ends[1], bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
     close(ends[1]);
@@ -95,6 +97,17 @@ Stream pipeOf(std::string_view bytes)
         throw std::runtime_error("the text did not go into the pipe");
     return stream;
 }
+
+PassInput withLongLines(const PassInput &input)
+{
+    PassInput longer = input;
+    longer.text = withCarriageReturns(input.text);
+    longer.start = static_cast<long>(
+        withCarriageReturns(input.text.substr(0, static_cast<std::size_t>(input.start))).size());
+    return longer;
+}
+
+bool canBeOpened(const PassInput &input) { return !input.isPipe || input.text.size() <= pipeCapacity; }
 
 Stream open(const PassInput &input)
 {
@@ -144,11 +157,12 @@ Outcome outcomeOfPass(const PassInput &input, Pass &&pass)
     return outcome;
 }
 
-Outcome productScan(const PassInput &input)
+Outcome productScan(const PassInput &input, StlLineEnd lineEnd = StlLineEnd::lineFeed)
 {
-    return outcomeOfPass<stlMessageCapacity>(input, [](char *message, std::FILE *in, Outcome &outcome) {
+    return outcomeOfPass<stlMessageCapacity>(input, [lineEnd](char *message, std::FILE *in,
+                                                              Outcome &outcome) {
         plain::Extents &e = outcome.extents;
-        return stl_scan_extents(message, in, &e.minX, &e.maxX, &e.minY, &e.maxY, &e.minZ, &e.maxZ);
+        return stl_scan_extents(message, in, &e.minX, &e.maxX, &e.minY, &e.maxY, &e.minZ, &e.maxZ, lineEnd);
     });
 }
 
@@ -177,17 +191,19 @@ RotationMatrix productMatrix(const plain::Rotation &rotation)
     return matrix;
 }
 
-Outcome productRewrite(const PassInput &input, const plain::Placement &p)
+Outcome productRewrite(const PassInput &input, const plain::Placement &p,
+                       StlLineEnd lineEnd = StlLineEnd::lineFeed)
 {
-    return outcomeOfPass<stlMessageCapacity>(input, [&p](char *message, std::FILE *in, Outcome &outcome) {
-        const Stream out = streamOf("");
-        const int result = stl_apply_pass(
-            message, in, out.get(), p.scale.x, p.scale.y, p.scale.z, p.offsetBefore.x, p.offsetBefore.y,
-            p.offsetBefore.z, p.offsetAfter.x, p.offsetAfter.y, p.offsetAfter.z, productMatrix(p.rotX),
-            productMatrix(p.rotY), productMatrix(p.rotZ));
-        outcome.output = bytesOf(out);
-        return result;
-    });
+    return outcomeOfPass<stlMessageCapacity>(
+        input, [&p, lineEnd](char *message, std::FILE *in, Outcome &outcome) {
+            const Stream out = streamOf("");
+            const int result = stl_apply_pass(
+                message, in, out.get(), p.scale.x, p.scale.y, p.scale.z, p.offsetBefore.x, p.offsetBefore.y,
+                p.offsetBefore.z, p.offsetAfter.x, p.offsetAfter.y, p.offsetAfter.z, productMatrix(p.rotX),
+                productMatrix(p.rotY), productMatrix(p.rotZ), lineEnd);
+            outcome.output = bytesOf(out);
+            return result;
+        });
 }
 
 Outcome twinRewrite(const PassInput &input, const plain::Placement &placement)
@@ -209,6 +225,18 @@ void compareOutcomes(Verdict &verdict, const Outcome &product, const Outcome &tw
     verdict.expectSameText(product.rest, twin.rest, pass + ": rest of the stream");
 }
 
+// The outcome where every line feed has a carriage return before it.
+void compareLongLines(Verdict &verdict, const Outcome &product, const Outcome &shortLines,
+                      const std::string &pass)
+{
+    verdict.expectSame(product.result, shortLines.result, pass + " with carriage returns: result");
+    verdict.expectSameText(product.message, shortLines.message, pass + " with carriage returns: message");
+    verdict.expectSameText(product.rest, withCarriageReturns(shortLines.rest),
+                           pass + " with carriage returns: rest of the stream");
+    verdict.expectSameText(product.output, withCarriageReturns(shortLines.output),
+                           pass + " with carriage returns: output");
+}
+
 } // namespace
 
 MeshTwins::~MeshTwins()
@@ -227,7 +255,7 @@ void MeshTwins::closeProductFile()
 bool MeshTwins::compareReading(Verdict &verdict, std::string_view bytes)
 {
     // Some file systems write a file out when it is truncated and written again, which takes its time.
-    for (const char *name : {inputName, writtenName, twinWrittenName})
+    for (const char *name : {inputName, writtenName, twinWrittenName, longLinesName})
         std::remove(name);
     writeBytes(inputName, bytes);
     const bool isRead = compareEndings(verdict);
@@ -316,7 +344,12 @@ void MeshTwins::compareMeshes(Verdict &verdict) const
             break;
         }
     }
-    verdict.expectSameText(readBytes(writtenName), readBytes(twinWrittenName), "written text");
+    const std::string text = readBytes(twinWrittenName);
+    verdict.expectSameText(readBytes(writtenName), text, "written text");
+    verdict.expect(stl_write_ascii_checked(m_product, longLinesName, StlLineEnd::carriageReturnAndLineFeed),
+                   "the text is not written with carriage returns");
+    verdict.expectSameText(readBytes(longLinesName), withCarriageReturns(text),
+                           "written text with carriage returns");
 }
 
 bool compareScan(Verdict &verdict, const PassInput &input)
@@ -325,6 +358,12 @@ bool compareScan(Verdict &verdict, const PassInput &input)
     const Outcome twin = withReadError(twinScan(input));
     compareOutcomes(verdict, product, twin, "scan");
     compareExtents(verdict, product.extents, twin.extents);
+    const PassInput longLines = withLongLines(input);
+    if (canBeOpened(longLines)) {
+        const Outcome other = productScan(longLines, StlLineEnd::carriageReturnAndLineFeed);
+        compareLongLines(verdict, other, product, "scan");
+        compareExtents(verdict, other.extents, product.extents);
+    }
     return twin.result == 0;
 }
 
@@ -334,6 +373,11 @@ bool compareRewrite(Verdict &verdict, const PassInput &input, const plain::Place
     const Outcome twin = withReadError(twinRewrite(input, placement));
     compareOutcomes(verdict, product, twin, "rewriting");
     verdict.expectSameText(product.output, twin.output, "rewriting: output");
+    const PassInput longLines = withLongLines(input);
+    if (canBeOpened(longLines)) {
+        const Outcome other = productRewrite(longLines, placement, StlLineEnd::carriageReturnAndLineFeed);
+        compareLongLines(verdict, other, product, "rewriting");
+    }
     return twin.result == 0;
 }
 

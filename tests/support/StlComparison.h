@@ -72,8 +72,9 @@ struct PassInput {
 };
 
 // Both compare results, messages, extents or output, and where the pass leaves its stream: the position and
-// what can still be read, unless the stream fails. A pass of the twin that succeeds because it takes an error
-// for the end of the file must be a read error in the product. True if the pass succeeds.
+// what can still be read, unless the stream fails. The product does the same once more with a carriage return
+// before each line feed of the text, if that fits into a pipe. A pass of the twin that succeeds because it
+// takes an error for the end of the file must be a read error in the product. True if the pass succeeds.
 bool compareScan(Verdict &verdict, const PassInput &input);
 bool compareRewrite(Verdict &verdict, const PassInput &input, const plain::Placement &placement);
 

@@ -46,6 +46,17 @@ Stream streamOf(std::string_view bytes)
     return stream;
 }
 
+std::string withCarriageReturns(std::string_view text)
+{
+    std::string longer;
+    for (const char character : text) {
+        if (character == '\n')
+            longer += '\r';
+        longer += character;
+    }
+    return longer;
+}
+
 std::string bytesOf(const Stream &stream)
 {
     std::rewind(stream.get());

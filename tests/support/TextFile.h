@@ -17,5 +17,8 @@ Stream openStream(const std::string &path, const char *mode);
 // A file with these bytes, open at its start for reading and writing. Nothing of it stays when it is closed.
 Stream streamOf(std::string_view bytes);
 
+// One before each line feed.
+std::string withCarriageReturns(std::string_view text);
+
 // All bytes of a stream, whatever its position, which is at the end afterwards.
 std::string bytesOf(const Stream &stream);

@@ -13,10 +13,10 @@ inline MeshTransformer makeTransformer(const TransformParameters &p)
 }
 
 inline int callTransform(MeshTransformer &transformer, char *message, std::FILE *input, std::FILE *output,
-                         const TransformParameters &p)
+                         const TransformParameters &p, StlLineEnd lineEnd = StlLineEnd::lineFeed)
 {
     return stl_transform(transformer, message, input, output, p.xRotate, p.yRotate, p.zRotate, p.xAngle,
                          p.yAngle, p.zAngle, p.xSetL, p.ySetL, p.zSetL, p.xLength, p.yLength, p.zLength,
                          p.xSet0, p.ySet0, p.zSet0, p.xSameY, p.xSameZ, p.ySameX, p.ySameZ, p.zSameX,
-                         p.zSameY);
+                         p.zSameY, lineEnd);
 }

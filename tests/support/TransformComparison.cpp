@@ -34,15 +34,28 @@ TransformParameters parametersOf(const plain::Placement &placement, const plain:
              {&P::zSameY, r.zSameY}});
 }
 
-TransformOutcome transformWithProduct(MeshTransformer &transformer, const TransformParameters &parameters)
+TransformOutcome transformWithProduct(MeshTransformer &transformer, const TransformParameters &parameters,
+                                      StlLineEnd lineEnd)
 {
     TransformOutcome outcome;
     char message[stlMessageCapacity] = {};
     outcome.message.copy(message, sizeof message - 1);
     outcome.result = callTransform(transformer, message, openStream(temporaryFileName, "r").release(),
-                                   openStream(outputName, "w+").release(), parameters);
+                                   openStream(outputName, "w+").release(), parameters, lineEnd);
     outcome.message = message;
     outcome.output = readBytes(outputName);
+    return outcome;
+}
+
+// The same on a temporary file whose line feeds all have a carriage return before them.
+TransformOutcome transformLongLines(const TransformParameters &parameters)
+{
+    const std::string text = readBytes(temporaryFileName);
+    writeBytes(temporaryFileName, withCarriageReturns(text));
+    MeshTransformer transformer = makeTransformer(parameters);
+    const TransformOutcome outcome =
+        transformWithProduct(transformer, parameters, StlLineEnd::carriageReturnAndLineFeed);
+    writeBytes(temporaryFileName, text);
     return outcome;
 }
 
@@ -91,7 +104,7 @@ TransformOutcome compareTransformation(Verdict &verdict, plain::Placement placem
     std::remove(twinOutputName);
     const TransformParameters parameters = parametersOf(placement, request);
     MeshTransformer transformer = makeTransformer(parameters);
-    const TransformOutcome product = transformWithProduct(transformer, parameters);
+    const TransformOutcome product = transformWithProduct(transformer, parameters, StlLineEnd::lineFeed);
     plain::Extents extents;
     const TransformOutcome twin = transformWithTwin(placement, extents, request);
 
@@ -99,5 +112,12 @@ TransformOutcome compareTransformation(Verdict &verdict, plain::Placement placem
     verdict.expectSameText(product.message, twin.message, "transformation: message");
     verdict.expectSameText(product.output, twin.output, "transformation: output");
     compareFields(verdict, transformer, placement, extents);
+
+    const TransformOutcome longLines = transformLongLines(parameters);
+    verdict.expectSame(longLines.result, product.result, "transformation with carriage returns: result");
+    verdict.expectSameText(longLines.message, product.message,
+                           "transformation with carriage returns: message");
+    verdict.expectSameText(longLines.output, withCarriageReturns(product.output),
+                           "transformation with carriage returns: output");
     return product;
 }

@@ -14,6 +14,7 @@ struct TransformOutcome {
 };
 
 // Both read "_tmp_stl_" of the current folder, which must exist. Compares result, message, output and all
-// numbers that the transformer holds afterwards. Returns what the product did.
+// numbers that the transformer holds afterwards. The product does the same once more with a carriage return
+// before each line feed of the file. Returns what the product did the first time.
 TransformOutcome compareTransformation(Verdict &verdict, plain::Placement placement,
                                        const plain::Request &request);
