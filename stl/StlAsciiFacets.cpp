@@ -1,6 +1,7 @@
 #include "stl/StlAsciiFacets.h"
 
 #include "stl/StlCommonFacet.h"
+#include "stl/StlLineEnd.h"
 #include "stl/StlNumberScan.h"
 #include "stl/StlPlainScan.h"
 
@@ -26,6 +27,14 @@ template <typename Memory>
 bool takePoint(Memory &memory, const char *text, StlVertex &point)
 {
     return memory.findOrMake(text, &point, [text, &point] { return readCommonPoint(text, point); });
+}
+
+// Of the line end with which the text starts, if it does.
+std::size_t sizeOfLineEnd(std::string_view text)
+{
+    if (text.substr(0, 1) == "\n")
+        return 1;
+    return text.substr(0, 2) == "\r\n" ? 2 : 0;
 }
 
 bool readPoint(StlPlainScanner &scanner, StlVertex &point)
@@ -111,17 +120,32 @@ void StlAsciiFacetReader::skipLabelLine()
 // The form that this program and many others write.
 bool StlAsciiFacetReader::readCommon(std::string_view text, StlFacet &facet)
 {
-    const std::size_t lineFeed = text.front() == '\n' ? 1 : 0; // of the facet before
-    text.remove_prefix(lineFeed);
-    if (text.size() < stlCommonFacetSize || !stlHasCommonLayout(text.data()))
+    const std::size_t lineEnd = sizeOfLineEnd(text); // of the facet before, since fscanf leaves the last one
+    text.remove_prefix(lineEnd);
+    char copy[stlCommonFacetSize];
+    std::size_t size = 0;
+    if (text.size() >= stlCommonFacetSize && stlHasCommonLayout(text.data())) {
+        if (readCommonLines(text.data(), facet))
+            size = stlCommonFacetSize - 1;
+    } else if (text.size() >= stlLongFacetSize && stlCopyLongFacet(copy, text.data())) {
+        if (readCommonLines(copy, facet))
+            size = stlLongFacetSize - 2;
+    }
+    if (size == 0)
         return false;
-    const auto point = [&text](std::size_t i) { return text.data() + stlCommonPointStarts[i]; };
+    m_blocks.take(lineEnd + size);
+    return true;
+}
+
+// Changes the facet only if no point is declined.
+bool StlAsciiFacetReader::readCommonLines(const char *lines, StlFacet &facet)
+{
+    const auto point = [lines](std::size_t i) { return lines + stlCommonPointStarts[i]; };
     StlFacet read = facet;
     if (!takePoint(m_normal, point(0), read.normal) || !takePoint(m_corners, point(1), read.vertex[0]) ||
         !takePoint(m_corners, point(2), read.vertex[1]) || !takePoint(m_corners, point(3), read.vertex[2]))
         return false;
     facet = read;
-    m_blocks.take(lineFeed + stlCommonFacetSize - 1); // fscanf leaves the last line feed, too
     return true;
 }
 

@@ -28,6 +28,7 @@ public:
 private:
     void skipLabelLine();
     bool readCommon(std::string_view text, StlFacet &facet);
+    bool readCommonLines(const char *lines, StlFacet &facet);
     bool readPlain(std::string_view text, StlFacet &facet);
     void readAny(StlFacet &facet);
 

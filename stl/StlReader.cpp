@@ -91,6 +91,15 @@ StlType typeOf(std::FILE *file, const char *path)
     return ascii;
 }
 
+// The size of the facet with which the bytes start, if it has the common layout and either line end, else 0.
+std::size_t sizeOfCommonFacet(std::string_view bytes)
+{
+    if (bytes.size() >= stlCommonFacetSize && stlHasCommonLines(bytes.data()))
+        return stlCommonFacetSize;
+    char shorter[stlCommonFacetSize];
+    return bytes.size() >= stlLongFacetSize && stlCopyLongFacet(shorter, bytes.data()) ? stlLongFacetSize : 0;
+}
+
 // One more than the number of line feeds that end a line of at least four characters, among the first `size`
 // characters of the text. Characters are those that stlNextTextCharacter returns: a carriage return before a
 // line feed does not count.
@@ -103,15 +112,16 @@ std::int32_t countLines(std::FILE *file, std::int32_t size, const char *path)
     std::int64_t characters = 0; // of the current line
     std::int64_t total = 0;
     char last = '\0';
-    for (std::string_view bytes = blocks.ahead(stlCommonFacetSize); !bytes.empty();
-         bytes = blocks.ahead(stlCommonFacetSize)) {
-        if (characters == 0 && total + std::int64_t{stlCommonFacetSize} <= size &&
-            bytes.size() >= stlCommonFacetSize && stlHasCommonLines(bytes.data())) { // all seven count
-            total += std::int64_t{stlCommonFacetSize};
-            lines += stlCommonFacetLines;
-            last = '\n';
-            blocks.take(stlCommonFacetSize);
-            continue;
+    for (std::string_view bytes = blocks.ahead(stlLongFacetSize); !bytes.empty();
+         bytes = blocks.ahead(stlLongFacetSize)) {
+        if (characters == 0 && total + std::int64_t{stlCommonFacetSize} <= size) {
+            if (const std::size_t facet = sizeOfCommonFacet(bytes); facet != 0) {
+                total += std::int64_t{stlCommonFacetSize};
+                lines += stlCommonFacetLines; // all of them are long enough
+                last = '\n';
+                blocks.take(facet);
+                continue;
+            }
         }
         const std::size_t lineFeed = bytes.find('\n');
         const std::size_t count = std::min(lineFeed, bytes.size() - 1) + 1;

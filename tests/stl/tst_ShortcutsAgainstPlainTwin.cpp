@@ -135,11 +135,15 @@ void mutateByte(OddMeshText &odd, std::string &text, std::size_t at)
 
 std::string anyFacet(OddMeshText &odd)
 {
-    switch (odd.below(8)) {
+    switch (odd.below(10)) {
     case 0:
         return freeFacet(odd);
     case 1:
         return facetWithOddNumber(odd);
+    case 2:
+        return withCarriageReturns(commonFacet(odd));
+    case 3:
+        return withCarriageReturns(facetWithOddNumber(odd));
     default:
         return commonFacet(odd);
     }
@@ -374,7 +378,7 @@ std::string facetsOfFewPoints(OddMeshText &odd)
     std::string text;
     for (int i = 2 + odd.below(20); i > 0; --i) {
         const std::string facet = asciiFacet({point(), point(), point(), point()});
-        text += odd.oneIn(10) ? replaced(facet, "\n", "\r\n") : facet;
+        text += odd.oneIn(10) ? withCarriageReturns(facet) : facet;
     }
     return text;
 }
@@ -504,7 +508,7 @@ std::string asciiInputFacet(OddMeshText &odd)
     const std::string facet = odd.oneIn(8) ? facetWithOddNumber(odd) : commonFacet(odd);
     switch (odd.below(12)) {
     case 0:
-        return replaced(facet, "\n", "\r\n");
+        return withCarriageReturns(facet);
     case 1:
         return replaced(facet, "\n", " ");
     case 2:

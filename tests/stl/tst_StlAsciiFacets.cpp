@@ -5,6 +5,7 @@
 #include "tests/support/SameBytes.h"
 #include "tests/support/TextFile.h"
 
+#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
@@ -117,6 +118,22 @@ TEST(StlAsciiFacets, FacetsOfAllFormsInAnyOrder)
                 }
             }
         }
+    }
+}
+
+// fscanf leaves what follows its last word.
+TEST(StlAsciiFacets, TheStreamIsLeftBeforeTheLineEndOfTheLastFacet)
+{
+    const std::string text = "label\n" + std::string(stlCommonFacetText) + stlCommonFacetText + "end";
+    for (const std::string &lines : {text, withCarriageReturns(text)}) {
+        const Stream in = streamOf(lines);
+        {
+            StlAsciiFacetReader reader(in.get());
+            StlFacet facet;
+            reader.read(facet);
+            reader.read(facet);
+        }
+        EXPECT_EQ(std::ftell(in.get()), static_cast<long>(lines.rfind("endfacet") + std::strlen("endfacet")));
     }
 }
 
