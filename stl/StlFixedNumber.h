@@ -199,23 +199,18 @@ constexpr std::array<ThreeDigits, 1000> makeThreeDigits()
 inline constexpr std::array<ThreeDigits, 1000> threeDigits = makeThreeDigits();
 
 // Writes "d.ddddddddE": eleven characters, in pieces of four that overlap. The digits are made a
-// fraction of 2^54, of which each multiplication brings three more before the point: 2^54 / 10^6, rounded up,
-// is off by less than one, so the fraction by less than 2^30, and times 10^6 that is still less than 2^54,
-// one unit of the last digit.
+// fraction of 2^64, of which each multiplication brings three more into the upper word: 2^64 / 10^6, rounded
+// up, is off by less than one, so the fraction by less than 2^30, and times 10^6 that is still less than
+// 2^64, one unit of the last digit.
 inline void writeNineDigits(char *out, std::uint32_t digits)
 {
-    constexpr unsigned fractionBits = 54;
-    constexpr std::uint64_t fractionMask = (std::uint64_t{1} << fractionBits) - 1;
-    constexpr std::uint64_t unit = (fractionMask + 1) / 1000000U + 1;
-    const auto digitsBeforePoint = [](std::uint64_t fixedPoint) -> const ThreeDigits & {
-        return threeDigits[static_cast<std::uint32_t>(fixedPoint >> fractionBits)];
-    };
-    std::uint64_t number = digits * unit;
-    std::memcpy(out, digitsBeforePoint(number).leading, 4);
-    number = (number & fractionMask) * 1000U;
-    std::memcpy(out + 4, digitsBeforePoint(number).following, 4);
-    number = (number & fractionMask) * 1000U;
-    std::memcpy(out + 7, digitsBeforePoint(number).following, 4);
+    constexpr std::uint64_t unit = 0xFFFFFFFFFFFFFFFFU / 1000000U + 1;
+    Product128 number = multiply(digits, unit);
+    std::memcpy(out, threeDigits.data()[number.high].leading, 4);
+    number = multiply(number.low, 1000);
+    std::memcpy(out + 4, threeDigits.data()[number.high].following, 4);
+    number = multiply(number.low, 1000);
+    std::memcpy(out + 7, threeDigits.data()[number.high].following, 4);
 }
 
 // The number that eight digits make, the first one in the lowest byte. Neighbours are joined: pairs, then
