@@ -138,7 +138,7 @@ public:
     template <typename Point, typename Out, typename Make>
     bool findOrMake(const Point &point, Out *out, Make &&make)
     {
-        Slot *slot = &m_spare;
+        Slot *slot = nullptr; // while it rests
         if (m_rest > 0) {
             --m_rest;
         } else {
@@ -152,7 +152,8 @@ public:
         }
         if (!make())
             return false;
-        slot->assign(point, out);
+        if (slot != nullptr)
+            slot->assign(point, out);
         return true;
     }
 
@@ -174,7 +175,6 @@ private:
     }
 
     std::unique_ptr<Slot[]> m_slots;
-    Slot m_spare{}; // for a point that is not to be remembered
     int m_asked = 0;
     int m_found = 0;
     int m_rest = 0;
