@@ -69,15 +69,12 @@ inline bool stlHasCommonLayout(const char *text)
 // line feed at its end.
 inline bool stlIsWithinLine(const char *point)
 {
-    constexpr std::uint64_t ones = 0x0101010101010101U;
-    std::uint64_t controls = 0;
-    for (const int at : {0, 8, 16, 24, 32, 39}) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, point + at, sizeof word);
-        controls |=
-            (word - ones * ' ') & ~word; // the top bit of a byte, if that or one below it is a control
-    }
-    return (controls & (ones * 0x80U)) == 0;
+    using namespace stl_fixed_number;
+    constexpr std::size_t lineFeed = stlCommonPointSize - 1;
+    const Characters first = charactersAt(point);
+    const Characters second = charactersAt(point + sizeof first);
+    const Characters last = charactersAt(point + lineFeed - sizeof first);
+    return isNowhere(lesserOf(lesserOf(first, second), last) < ' ');
 }
 
 // True if these are the seven lines of a facet in the common layout, whatever its points are.

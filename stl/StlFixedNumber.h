@@ -229,6 +229,16 @@ inline std::uint32_t eightDigits(std::uint64_t word)
 // Sixteen characters at a time, in a vector register where there is one.
 using Characters = unsigned char __attribute__((vector_size(16)));
 
+inline Characters charactersAt(const char *text)
+{
+    Characters characters;
+    std::memcpy(&characters, text, sizeof characters);
+    return characters;
+}
+
+// In each place.
+inline Characters lesserOf(Characters a, Characters b) { return a < b ? a : b; }
+
 // What each character of a number may be, as its exclusive or with `expected`: at most `slack`, or
 // `alternative`. The character after the number may be any.
 struct NumberForm {
@@ -242,13 +252,11 @@ struct NumberForm {
 inline Characters mismatchesOf(const char *text)
 {
     constexpr NumberForm form;
-    Characters characters;
-    std::memcpy(&characters, text, sizeof characters);
-    const Characters difference = characters ^ form.expected;
+    const Characters difference = charactersAt(text) ^ form.expected;
     return (difference > form.slack) & (difference != form.alternative);
 }
 
-inline bool isNowhere(const Characters &mismatches)
+inline bool isNowhere(Characters mismatches)
 {
     std::uint64_t words[2];
     std::memcpy(words, &mismatches, sizeof words);
