@@ -87,18 +87,21 @@ inline bool stlHasCommonLines(const char *text)
 
 // The functions below return false if a number does not have the common form or if its kernel declines it.
 
-// Reads a point's numbers. Ignore what it has filled in if it returns false.
+// Reads a point's numbers; its last one has a line feed after it. Ignore what it has filled in if it returns
+// false.
 inline bool stlReadCommonPoint(const char *point, double (&numbers)[3])
 {
     using namespace stl_fixed_number;
     using stl_common_facet::numberOf;
-    const auto mismatches = mismatchesOf(numberOf(point, 0)) | mismatchesOf(numberOf(point, 1)) |
-                            mismatchesOf(numberOf(point, 2));
-    const bool areSeparate = ((numberOf(point, 1)[-1] ^ ' ') | (numberOf(point, 2)[-1] ^ ' ')) == 0;
-    return isNowhere(mismatches) && areSeparate &&
-           stlReadCheckedFixedNumber(numberOf(point, 0), numbers[0]) &&
-           stlReadCheckedFixedNumber(numberOf(point, 1), numbers[1]) &&
-           stlReadCheckedFixedNumber(numberOf(point, 2), numbers[2]);
+    const Characters differences[3] = {differencesOf(numberOf(point, 0), ' '),
+                                       differencesOf(numberOf(point, 1), ' '),
+                                       differencesOf(numberOf(point, 2), '\n')};
+    if (!areOfNumber(greaterOf(greaterOf(withoutSigns(differences[0]), withoutSigns(differences[1])),
+                               withoutSigns(differences[2]))))
+        return false;
+    for (std::size_t i = 0; i < 3; ++i)
+        numbers[i] = numberFrom(numberOf(point, i), differences[i]);
+    return !std::isnan(numbers[0] + numbers[1] + numbers[2]);
 }
 
 // Writes a point's numbers, with a line feed after the last one. Ignore what it has written if it returns

@@ -11,9 +11,11 @@
 #include "stl/StlExactDecimal.h"
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 constexpr int stlFixedNumberSize = 15;
 constexpr int stlFixedNumberRoom = stlFixedNumberSize + 1; // the kernels read or write one character more
@@ -213,19 +215,6 @@ inline void writeNineDigits(char *out, std::uint32_t digits)
     std::memcpy(out + 7, threeDigits.data()[number.high].following, 4);
 }
 
-// The number that eight digits make, the first one in the lowest byte. Neighbours are joined: pairs, then
-// fours, then all eight.
-inline std::uint32_t eightDigits(std::uint64_t word)
-{
-    std::uint64_t digits = word & 0x0F0F0F0F0F0F0F0FU;
-    digits = digits * 10U + (digits >> 8U);
-    const std::uint64_t pairs = 0x000000FF000000FFU;
-    digits = ((digits & pairs) * (100U + (std::uint64_t{1000000} << 32U)) +
-              ((digits >> 16U) & pairs) * (1U + (std::uint64_t{10000} << 32U))) >>
-             32U;
-    return static_cast<std::uint32_t>(digits);
-}
-
 // Sixteen characters at a time, in a vector register where there is one.
 using Characters = unsigned char __attribute__((vector_size(16)));
 
@@ -239,22 +228,7 @@ inline Characters charactersAt(const char *text)
 // In each place.
 inline Characters lesserOf(Characters a, Characters b) { return a < b ? a : b; }
 
-// What each character of a number may be, as its exclusive or with `expected`: at most `slack`, or
-// `alternative`. The character after the number may be any.
-struct NumberForm {
-    Characters expected = {' ', '0', '.', '0', '0', '0', '0', '0', '0', '0', '0', 'E', '+', '0', '0', 0};
-    Characters slack = {0, 9, 0, 9, 9, 9, 9, 9, 9, 9, 9, 0, 0, 9, 9, 255};
-    Characters alternative = {' ' ^ '-', 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, '+' ^ '-', 0, 0, 0};
-};
-
-// Zero in each place whose character has the form of a number. Without branches, since the signs of
-// coordinates change too often to be predicted.
-inline Characters mismatchesOf(const char *text)
-{
-    constexpr NumberForm form;
-    const Characters difference = charactersAt(text) ^ form.expected;
-    return (difference > form.slack) & (difference != form.alternative);
-}
+inline Characters greaterOf(Characters a, Characters b) { return a > b ? a : b; }
 
 inline bool isNowhere(Characters mismatches)
 {
@@ -263,13 +237,118 @@ inline bool isNowhere(Characters mismatches)
     return (words[0] | words[1]) == 0;
 }
 
+// The characters of a number and the one after it, as their exclusive or with those of zero and `after`: the
+// value of a digit, and nothing for any other character that has the form, except for minus signs.
+inline Characters differencesOf(const char *text, unsigned char after)
+{
+    const Characters zero = {' ', '0', '.', '0', '0', '0', '0', '0',
+                             '0', '0', '0', 'E', '+', '0', '0', after};
+    return charactersAt(text) ^ zero;
+}
+
+// For a number alone, whatever is after it.
+inline Characters differencesOf(const char *text)
+{
+    constexpr Characters number = {255, 255, 255, 255, 255, 255, 255, 255,
+                                   255, 255, 255, 255, 255, 255, 255, 0};
+    return differencesOf(text, 0) & number;
+}
+
+// The same with nothing for a minus sign, too. Without branches, since the signs of coordinates change too
+// often to be predicted.
+inline Characters withoutSigns(Characters differences)
+{
+    constexpr Characters minusSigns = {' ' ^ '-', 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, '+' ^ '-', 0, 0, 0};
+    return differences == minusSigns ? Characters{} : differences;
+}
+
+// True if the characters have the form of a number.
+inline bool areOfNumber(Characters differencesWithoutSigns)
+{
+    constexpr Characters most = {0, 9, 0, 9, 9, 9, 9, 9, 9, 9, 9, 0, 0, 9, 9, 0};
+    return isNowhere(differencesWithoutSigns > most);
+}
+
+// The digits of a number, nine as an integer, and its exponent with a code for the sign.
+struct DecimalParts {
+    std::uint32_t digits;
+    std::uint32_t exponentCode; // the exponent, or minusCode more than its magnitude
+};
+
+constexpr std::uint32_t minusCode = 120;
+
+// From the differences of a number of the form. Neighbours are joined: characters to pairs, pairs to fours,
+// and these to the two numbers.
+inline DecimalParts decimalPartsOf(Characters differences)
+{
+    using Pairs = std::uint16_t __attribute__((vector_size(16)));
+    using Fours = std::uint32_t __attribute__((vector_size(16)));
+    constexpr bool big = hostIsBigEndian; // then the first of two neighbours is in the upper half
+
+    constexpr std::uint16_t minus = minusCode / 10 / ('+' ^ '-');
+    //                                blank d, point d,  d d,  d d,  d d, d E, + d, d
+    constexpr Pairs weightsOfFirst = {0, 0, 10, 10, 10, 1, minus, 1};
+    const auto characters = reinterpret_cast<Pairs>(differences);
+    const Pairs upper = characters >> 8;
+    const Pairs lower = characters & 0xFF;
+    const Pairs pairs = (big ? upper : lower) * weightsOfFirst + (big ? lower : upper);
+
+    constexpr Pairs weights = {10, 1, 100, 1, 10, 1, 10, 1};
+    const auto weighed = reinterpret_cast<Fours>(pairs * weights);
+    const Fours fours = (weighed >> 16) + (weighed & 0xFFFF);
+
+    std::uint64_t words[2];
+    std::memcpy(words, &fours, sizeof words);
+    const auto first = [](std::uint64_t word) {
+        return static_cast<std::uint32_t>(big ? word >> 32U : word);
+    };
+    const auto second = [](std::uint64_t word) {
+        return static_cast<std::uint32_t>(big ? word : word >> 32U);
+    };
+    return {first(words[0]) * 10000000U + second(words[0]) * 1000U + first(words[1]), second(words[1])};
+}
+
+// For each exponent code what scales nine digits as an integer.
+using CodedPowers = std::array<stl_exact_decimal::PowerOfTen, minusCode + 100>;
+
+constexpr CodedPowers makeCodedPowers()
+{
+    CodedPowers powers{};
+    for (int code = 0; code < static_cast<int>(powers.size()); ++code) {
+        const int minus = static_cast<int>(minusCode);
+        const int index = (code < minus ? code : minus - code) - 8 + stl_exact_decimal::largestExponent;
+        const bool isExact = index >= 0 && index < static_cast<int>(stl_exact_decimal::powersOfTen.size());
+        powers[static_cast<std::size_t>(code)] =
+            isExact ? stl_exact_decimal::powersOfTen[static_cast<std::size_t>(index)]
+                    : stl_exact_decimal::PowerOfTen{std::numeric_limits<double>::quiet_NaN(), 1.0};
+    }
+    return powers;
+}
+
+inline constexpr CodedPowers codedPowers = makeCodedPowers();
+
+// Correctly rounded, since it is one operation on two exact numbers (see stlScaleExactly). NaN for an
+// exponent outside -14 to 30.
+inline double numberFrom(const char *text, Characters differences)
+{
+    const DecimalParts parts = decimalPartsOf(differences);
+    const stl_exact_decimal::PowerOfTen &power = codedPowers[parts.exponentCode];
+    const double magnitude =
+        static_cast<double>(static_cast<std::int32_t>(parts.digits)) * power.multiplier / power.divisor;
+    // Signs change too often for a branch.
+    const std::uint64_t bits = bitsOf(magnitude) | static_cast<std::uint64_t>(text[0]) << 63U;
+    double value = 0.0;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+}
+
 } // namespace stl_fixed_number
 
 // True if the 15 characters have the form. Needs stlFixedNumberRoom readable ones.
 inline bool stlIsFixedNumber(const char *text)
 {
     using namespace stl_fixed_number;
-    return isNowhere(mismatchesOf(text));
+    return areOfNumber(withoutSigns(differencesOf(text)));
 }
 
 // A number rounded to what the form can hold. Rounding and writing are two steps so that the numbers of a
@@ -323,28 +402,17 @@ inline bool stlWriteFixedNumber(char *out, double value)
     return true;
 }
 
-// Reads 15 characters that have the form, correctly rounded, or declines an exponent outside -14 to 30.
-inline bool stlReadCheckedFixedNumber(const char *text, double &value)
-{
-    using namespace stl_fixed_number;
-    const auto digit = [text](int at) { return text[at] - '0'; };
-    const std::uint64_t digits = static_cast<std::uint64_t>(digit(1)) * 100000000U +
-                                 eightDigits(loadLittleEndian<std::uint64_t>(text + 3));
-    // Signs change too often for a branch. A plus sign has the second bit set, a minus sign the first one and
-    // not the second; a blank has neither.
-    const int isNegative = ~(text[12] >> 1) & 1;
-    const int exponent = ((10 * digit(13) + digit(14)) ^ -isNegative) + isNegative;
-    double magnitude = 0.0;
-    if (!stlScaleExactly(digits, exponent - 8, magnitude))
-        return false;
-    const std::uint64_t bits = bitsOf(magnitude) | static_cast<std::uint64_t>(text[0]) << 63U;
-    std::memcpy(&value, &bits, sizeof value);
-    return true;
-}
-
-// Reads the number, or declines: another form, or an exponent outside -14 to 30. Needs 16 readable
-// characters.
+// Reads the number, correctly rounded, or declines: another form, or an exponent outside -14 to 30. Needs
+// stlFixedNumberRoom readable characters.
 inline bool stlReadFixedNumber(const char *text, double &value)
 {
-    return stlIsFixedNumber(text) && stlReadCheckedFixedNumber(text, value);
+    using namespace stl_fixed_number;
+    const Characters differences = differencesOf(text);
+    if (!areOfNumber(withoutSigns(differences)))
+        return false;
+    const double number = numberFrom(text, differences);
+    if (std::isnan(number))
+        return false;
+    value = number;
+    return true;
 }
