@@ -22,14 +22,15 @@ constexpr int stlFixedNumberRoom = stlFixedNumberSize + 1; // the kernels read o
 
 namespace stl_fixed_number {
 
+constexpr int exponentBias = 1023;
+constexpr int largestBinaryExponent = 328; // from 2^-328 to below 2^329 decimal exponents have two digits
+constexpr unsigned binaryExponents = 2 * largestBinaryExponent + 1;
+
 // A binary floating-point number is m * 2^(e - 63) with m in [2^63, 2^64).
 struct BinaryParts {
     std::uint64_t mantissa;
-    int exponent;
+    unsigned exponentIndex; // e + largestBinaryExponent; binaryExponents or more for e beyond those
 };
-
-constexpr int exponentBias = 1023;
-constexpr int largestBinaryExponent = 328; // from 2^-328 to below 2^329 decimal exponents have two digits
 
 inline std::uint64_t bitsOf(double value)
 {
@@ -41,7 +42,9 @@ inline std::uint64_t bitsOf(double value)
 
 inline BinaryParts binaryPartsOf(std::uint64_t bits)
 {
-    return {bits << 11U | std::uint64_t{1} << 63U, static_cast<int>(bits >> 52U & 0x7FFU) - exponentBias};
+    constexpr unsigned firstExponent = exponentBias - largestBinaryExponent;
+    return {bits << 11U | std::uint64_t{1} << 63U,
+            (static_cast<unsigned>(bits >> 52U) & 0x7FFU) - firstExponent};
 }
 
 // The exponent of a number in its text, with the blank after it.
@@ -88,32 +91,29 @@ constexpr Scale makeScale(int binaryExponent, int exponent)
     return {kept, makeExponentText(exponent), static_cast<std::int8_t>(exponent), isExact};
 }
 
-// For one binary exponent e: the decade of 2^e and the next one, and where in [2^e, 2^(e+1)) the latter
-// begins: the mantissa of its power of ten, rounded up, or beyondAnyMantissa if it begins later.
-struct Decades {
-    std::uint64_t nextBegins;
-    Scale scales[2];
+// For each binary exponent e: the scales of the decade of 2^e and of the next one, and where in
+// [2^e, 2^(e+1)) the latter begins: the mantissa of its power of ten, rounded up, or beyondAnyMantissa if it
+// begins later.
+struct DecadeTable {
+    std::uint64_t nextBegins[binaryExponents];
+    Scale scales[2 * binaryExponents];
 };
 
 constexpr std::uint64_t beyondAnyMantissa = 0xFFFFFFFFFFFFFFFFU; // the 53 bits of a double leave zeros below
 
-constexpr Decades makeDecades(int binaryExponent)
-{
-    const int exponent = decimalExponentOfPowerOfTwo(binaryExponent);
-    const int next = exponent + 1;
-    const bool beginsHere = binaryExponentOfPowerOfTen(next) == binaryExponent;
-    const std::uint64_t begin = mantissaOfPowerOfTen(next) + (isExactPowerOfTen(next) ? 0 : 1);
-    return {beginsHere ? begin : beyondAnyMantissa,
-            {makeScale(binaryExponent, exponent), makeScale(binaryExponent, next)}};
-}
-
-using DecadeTable = std::array<Decades, 2 * largestBinaryExponent + 1>;
-
 constexpr DecadeTable makeDecadeTable()
 {
     DecadeTable table{};
-    for (int e = -largestBinaryExponent; e <= largestBinaryExponent; ++e)
-        table[static_cast<std::size_t>(e + largestBinaryExponent)] = makeDecades(e);
+    for (unsigned i = 0; i < binaryExponents; ++i) {
+        const int e = static_cast<int>(i) - largestBinaryExponent;
+        const int exponent = decimalExponentOfPowerOfTwo(e);
+        const int next = exponent + 1;
+        const bool beginsHere = binaryExponentOfPowerOfTen(next) == e;
+        const std::uint64_t begin = mantissaOfPowerOfTen(next) + (isExactPowerOfTen(next) ? 0 : 1);
+        table.nextBegins[i] = beginsHere ? begin : beyondAnyMantissa;
+        table.scales[2 * i] = makeScale(e, exponent);
+        table.scales[2 * i + 1] = makeScale(e, next);
+    }
     return table;
 }
 
@@ -122,8 +122,8 @@ inline constexpr DecadeTable decadeTable = makeDecadeTable();
 
 inline const Scale &scaleOf(const BinaryParts &value)
 {
-    const Decades &decades = decadeTable[static_cast<std::size_t>(value.exponent + largestBinaryExponent)];
-    return decades.scales[static_cast<std::size_t>(value.mantissa >= decades.nextBegins)];
+    const std::size_t i = value.exponentIndex;
+    return decadeTable.scales[2 * i + static_cast<std::size_t>(value.mantissa >= decadeTable.nextBegins[i])];
 }
 
 struct Product128 {
@@ -367,7 +367,7 @@ inline bool stlRoundFixedNumber(double value, StlFixedDigits &rounded)
     const std::uint64_t bits = bitsOf(value);
     rounded.sign = (bits >> 63U) != 0 ? '-' : ' ';
     const BinaryParts parts = binaryPartsOf(bits);
-    if (parts.exponent < -largestBinaryExponent || parts.exponent > largestBinaryExponent) {
+    if (parts.exponentIndex >= binaryExponents) {
         rounded.digits = 0;
         rounded.exponentText = makeExponentText(0);
         return bits << 1U == 0;
