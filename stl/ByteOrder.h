@@ -27,3 +27,11 @@ Word loadLittleEndian(const char *bytes)
     std::memcpy(&word, bytes, sizeof word);
     return hostIsBigEndian ? withBytesReversed(word) : word;
 }
+
+template <typename Word>
+void storeLittleEndian(char *bytes, Word word)
+{
+    if (hostIsBigEndian)
+        word = withBytesReversed(word);
+    std::memcpy(bytes, &word, sizeof word);
+}

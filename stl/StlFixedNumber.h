@@ -47,17 +47,22 @@ inline BinaryParts binaryPartsOf(std::uint64_t bits)
             (static_cast<unsigned>(bits >> 52U) & 0x7FFU) - firstExponent};
 }
 
-// The exponent of a number in its text, with the blank after it.
-struct ExponentText {
-    char text[4]; // "+dd "
-};
+// What is after the digits of a number, "+dd ", as the upper four bytes of a word that goes over the last
+// eight characters of its text before the digits do. (GCC would join two stores of four in a vector register,
+// by way of memory.) The lowest byte has room for the exponent itself.
+using ExponentText = std::uint64_t;
 
 constexpr ExponentText makeExponentText(int exponent)
 {
     const int magnitude = exponent < 0 ? -exponent : exponent;
-    return {{exponent < 0 ? '-' : '+', static_cast<char>('0' + magnitude / 10),
-             static_cast<char>('0' + magnitude % 10), ' '}};
+    const int text[] = {exponent < 0 ? '-' : '+', '0' + magnitude / 10, '0' + magnitude % 10, ' '};
+    ExponentText word = static_cast<unsigned>(exponent) & 0xFFU;
+    for (unsigned i = 0; i < 4; ++i)
+        word |= static_cast<ExponentText>(text[i]) << (32 + 8 * i);
+    return word;
 }
+
+constexpr int exponentOf(ExponentText text) { return static_cast<std::int8_t>(text & 0xFFU); }
 
 // Where the product of a number's mantissa and that of its scale has its point: in the middle of the upper
 // word.
@@ -66,11 +71,11 @@ constexpr int pointOfProduct = 96;
 // What all numbers of one binary and one decimal exponent E share: the power of ten 10^k, k = 8 - E, that
 // gives them nine digits before the point, as a mantissa that puts this point at pointOfProduct.
 struct Scale {
-    std::uint64_t mantissa; // truncated, unless it is exact
-    ExponentText exponentText;
-    std::int8_t exponent;
-    bool isExact;
+    std::uint64_t mantissa;    // truncated, unless it is exact
+    ExponentText exponentText; // with exactScaleFlag if the mantissa is exact
 };
+
+constexpr ExponentText exactScaleFlag = 0x100;
 
 // The number is m * 2^(e - 63) and 10^k = M * 2^(p - 63), so their product is m * M * 2^(e + p - 126). For
 // its point to be at 96 instead of 126 - e - p, M loses that many bits: from 1 to 5.
@@ -88,7 +93,7 @@ constexpr Scale makeScale(int binaryExponent, int exponent)
     const std::uint64_t mantissa = mantissaOfPowerOfTen(k);
     const std::uint64_t kept = mantissa >> static_cast<unsigned>(lost);
     const bool isExact = isExactPowerOfTen(k) && kept << static_cast<unsigned>(lost) == mantissa;
-    return {kept, makeExponentText(exponent), static_cast<std::int8_t>(exponent), isExact};
+    return {kept, makeExponentText(exponent) | (isExact ? exactScaleFlag : 0)};
 }
 
 // For each binary exponent e: the scales of the decade of 2^e and of the next one, and where in
@@ -172,7 +177,7 @@ inline bool roundToNineDigits(std::uint64_t mantissa, const Scale &scale, std::u
     nineDigits = static_cast<std::uint32_t>(rounded >> 32U);
     if (static_cast<std::uint32_t>(rounded + 1) <= 1) {
         const bool wasHalf = static_cast<std::uint32_t>(rounded) == 0;
-        if (!scale.isExact)
+        if ((scale.exponentText & exactScaleFlag) == 0)
             return wasHalf;
         if (wasHalf && product.low == 0)
             nineDigits -= nineDigits % 2;
@@ -207,12 +212,12 @@ inline constexpr std::array<ThreeDigits, 1000> threeDigits = makeThreeDigits();
 inline void writeNineDigits(char *out, std::uint32_t digits)
 {
     constexpr std::uint64_t unit = 0xFFFFFFFFFFFFFFFFU / 1000000U + 1;
-    Product128 number = multiply(digits, unit);
-    std::memcpy(out, threeDigits.data()[number.high].leading, 4);
-    number = multiply(number.low, 1000);
-    std::memcpy(out + 4, threeDigits.data()[number.high].following, 4);
-    number = multiply(number.low, 1000);
-    std::memcpy(out + 7, threeDigits.data()[number.high].following, 4);
+    const Product128 first = multiply(digits, unit);
+    const Product128 second = multiply(first.low, 1000);
+    const Product128 third = multiply(second.low, 1000);
+    std::memcpy(out, threeDigits.data()[first.high].leading, 4);
+    std::memcpy(out + 4, threeDigits.data()[second.high].following, 4);
+    std::memcpy(out + 7, threeDigits.data()[third.high].following, 4);
 }
 
 // Sixteen characters at a time, in a vector register where there is one.
@@ -378,7 +383,7 @@ inline bool stlRoundFixedNumber(double value, StlFixedDigits &rounded)
         return false;
     if (rounded.digits == 1000000000U) {
         rounded.digits = 100000000U;
-        rounded.exponentText = makeExponentText(scale.exponent + 1);
+        rounded.exponentText = makeExponentText(exponentOf(scale.exponentText) + 1);
     }
     return true;
 }
@@ -388,8 +393,8 @@ inline void stlPutFixedNumber(char *out, const StlFixedDigits &rounded)
 {
     using namespace stl_fixed_number;
     out[0] = rounded.sign;
+    storeLittleEndian(out + 8, rounded.exponentText);
     writeNineDigits(out + 1, rounded.digits);
-    std::memcpy(out + 12, rounded.exponentText.text, sizeof rounded.exponentText);
 }
 
 // Writes the number and a blank after it and returns true, or declines and writes nothing.

@@ -322,7 +322,7 @@ TEST(StlFixedNumber, EveryScalePutsThePointInItsPlace)
             if (i % 2 == 1 && decadeTable.nextBegins[index] == beyondAnyMantissa)
                 continue;
             const Scale &scale = decadeTable.scales[i];
-            const int k = 8 - scale.exponent;
+            const int k = 8 - exponentOf(scale.exponentText);
             const int lost = bitsToLose(e, k);
             EXPECT_GE(lost, 1);
             EXPECT_LE(lost, 5);
@@ -330,7 +330,7 @@ TEST(StlFixedNumber, EveryScalePutsThePointInItsPlace)
             EXPECT_EQ(63 - e + 63 - binaryExponentOfPowerOfTen(k) - lost, pointOfProduct);
             const std::uint64_t whole = mantissaOfPowerOfTen(k);
             EXPECT_EQ(scale.mantissa, whole >> static_cast<unsigned>(lost));
-            EXPECT_EQ(scale.isExact,
+            EXPECT_EQ((scale.exponentText & exactScaleFlag) != 0,
                       k >= 0 && k <= 27 && scale.mantissa << static_cast<unsigned>(lost) == whole);
         }
     }
