@@ -26,10 +26,8 @@ void appendTotals(char *message, int lines, int facets)
 // Comparisons with NaN are false, so a NaN widens nothing.
 void widen(double &min, double &max, double value)
 {
-    if (value < min)
-        min = value;
-    if (value > max)
-        max = value;
+    min = value < min ? value : min;
+    max = value > max ? value : max;
 }
 
 // The last corner of the latest facet of the common form, as text. Only a line outside that form asks for its
@@ -57,15 +55,8 @@ private:
 
 class ExtentScan final : public StlFacetHandler {
 public:
-    ExtentScan(double *const (&min)[3], double *const (&max)[3])
-        : m_min(min),
-          m_max(max)
-    {
-        for (int axis = 0; axis < 3; ++axis) {
-            *m_min[axis] = unmeasured;
-            *m_max[axis] = -unmeasured;
-        }
-    }
+    double min(int axis) const { return m_min[axis]; }
+    double max(int axis) const { return m_max[axis]; }
 
     void facetLine(std::string_view, StlWords &) override {}
     void otherLine(std::string_view) override {}
@@ -105,11 +96,11 @@ private:
     void widenBy(const double (&corner)[3])
     {
         for (int axis = 0; axis < 3; ++axis)
-            widen(*m_min[axis], *m_max[axis], corner[axis]);
+            widen(m_min[axis], m_max[axis], corner[axis]);
     }
 
-    double *const (&m_min)[3];
-    double *const (&m_max)[3];
+    double m_min[3] = {unmeasured, unmeasured, unmeasured};
+    double m_max[3] = {-unmeasured, -unmeasured, -unmeasured};
     double m_corner[3] = {0.0, 0.0, 0.0}; // a number that does not convert keeps that of the previous corner
     LastCommonCorner m_lastCommon;
     StlPointMemory<StlPointText, Nothing> m_seen; // a corner seen before widens nothing
@@ -254,26 +245,34 @@ private:
     StlPointMemory<StlPointText, PointLine> m_corners;
 };
 
+bool scanLines(char *message, std::FILE *in, ExtentScan &scan, StlLineEnd lineEnd)
+{
+    StlLineReader lines(in, lineEnd);
+    if (!lines.next()) {
+        setMessage(message, stlReadErrorMessage);
+        return false;
+    }
+    if (!stlWalkFacets(lines, StlPassKind::scan, scan, message).ok)
+        return false;
+    if (lines.failed())
+        setMessage(message, stlReadErrorMessage);
+    return !lines.failed();
+}
+
 } // namespace
 
 int stl_scan_extents(char *message, std::FILE *in, double *minX, double *maxX, double *minY, double *maxY,
                      double *minZ, double *maxZ, StlLineEnd lineEnd)
 {
+    ExtentScan scan;
+    const bool ok = scanLines(message, in, scan, lineEnd);
     double *const min[3] = {minX, minY, minZ};
     double *const max[3] = {maxX, maxY, maxZ};
-    ExtentScan scan(min, max);
-    StlLineReader lines(in, lineEnd);
-    if (!lines.next()) {
-        setMessage(message, stlReadErrorMessage);
-        return -1;
+    for (int axis = 0; axis < 3; ++axis) {
+        *min[axis] = scan.min(axis);
+        *max[axis] = scan.max(axis);
     }
-    if (!stlWalkFacets(lines, StlPassKind::scan, scan, message).ok)
-        return -1;
-    if (lines.failed()) {
-        setMessage(message, stlReadErrorMessage);
-        return -1;
-    }
-    return 0;
+    return ok ? 0 : -1;
 }
 
 int stl_apply_pass(char *message, std::FILE *in, std::FILE *out, double xScl, double yScl, double zScl,
