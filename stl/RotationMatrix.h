@@ -16,9 +16,17 @@ struct RotationMatrix {
 
     bool inUse() const { return rows[0][0] <= 1.0; }
 
-    // Replaces the point by matrix times point (a column vector).
-    void apply(double &x, double &y, double &z) const;
-    void apply(SettledNumber &x, SettledNumber &y, SettledNumber &z) const;
+    // Replaces the point by matrix times point (a column vector). A number is a double or a SettledNumber.
+    template <typename Number>
+    void apply(Number &x, Number &y, Number &z) const
+    {
+        const Number newX = Number{rows[0][0]} * x + Number{rows[0][1]} * y + Number{rows[0][2]} * z;
+        const Number newY = Number{rows[1][0]} * x + Number{rows[1][1]} * y + Number{rows[1][2]} * z;
+        const Number newZ = Number{rows[2][0]} * x + Number{rows[2][1]} * y + Number{rows[2][2]} * z;
+        x = newX;
+        y = newY;
+        z = newZ;
+    }
 
     // Angles are in radians. Every finite angle gives a matrix that is in use.
     static RotationMatrix aboutX(double angle);
