@@ -34,6 +34,15 @@ bool sameBetween(const char *text)
     return std::memcmp(text + from, stlCommonFacetText + from, to - from) == 0;
 }
 
+// At least sixteen characters, which take one register instead of two or three.
+template <std::size_t from, std::size_t to>
+void putBetween(char *text)
+{
+    constexpr std::size_t size = to - from < 16 ? 16 : to - from;
+    static_assert(from + size <= stlCommonFacetSize, "the facet ends with more");
+    std::memcpy(text + from, stlCommonFacetText + from, size);
+}
+
 // The text of a point's number 0, 1 or 2.
 template <typename Character>
 Character *numberOf(Character *point, std::size_t i)
@@ -43,13 +52,17 @@ Character *numberOf(Character *point, std::size_t i)
 
 } // namespace stl_common_facet
 
-// Copies the text of a facet. In pieces, because GCC makes one copy of this size a string instruction (rep
-// movs), which takes as long on some processors as converting a number.
-inline void stlCopyCommonFacet(char *to, const char *from)
+// Writes everything but the points, which are to be written after it: it may write over their beginnings.
+inline void stlPutCommonLayout(char *text)
 {
-    constexpr std::size_t half = stlCommonFacetSize / 2;
-    std::memcpy(to, from, half);
-    std::memcpy(to + half, from + half, stlCommonFacetSize - half);
+    using namespace stl_common_facet;
+    constexpr const std::size_t(&starts)[4] = stlCommonPointStarts;
+    constexpr std::size_t lineFeed = stlCommonPointSize - 1;
+    putBetween<0, starts[0]>(text);
+    putBetween<starts[0] + lineFeed, starts[1]>(text);
+    putBetween<starts[1] + lineFeed, starts[2]>(text);
+    putBetween<starts[2] + lineFeed, starts[3]>(text);
+    putBetween<starts[3] + lineFeed, stlCommonFacetSize>(text);
 }
 
 // True if everything but the points has the common form, the line feed after each point included; the points

@@ -160,9 +160,8 @@ public:
         if (!stlHasCommonLayout(text))
             return false;
         char *const out = m_out.room(stlCommonFacetSize);
-        stlCopyCommonFacet(out, text);
-        const char *const normal = text + stlCommonPointStarts[0];
-        if (!(m_turns ? putTurnedNormal(normal, out + stlCommonPointStarts[0]) : stlIsWithinLine(normal)))
+        stlPutCommonLayout(out);
+        if (!putNormal(text + stlCommonPointStarts[0], out + stlCommonPointStarts[0]))
             return false;
         for (std::size_t i = 1; i < 4; ++i) {
             if (!putCorner(text + stlCommonPointStarts[i], out + stlCommonPointStarts[i]))
@@ -220,6 +219,14 @@ private:
             transform(numbers);
             return stlWriteCommonPoint(out, numbers);
         });
+    }
+
+    bool putNormal(const char *normal, char *out)
+    {
+        if (m_turns)
+            return putTurnedNormal(normal, out);
+        std::memcpy(out, normal, stlCommonPointSize);
+        return stlIsWithinLine(normal);
     }
 
     bool putTurnedNormal(const char *normal, char *out)

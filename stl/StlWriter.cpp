@@ -43,7 +43,7 @@ private:
     bool writeCommon(const StlFacet &facet)
     {
         char *const text = m_out.room(stlCommonFacetSize);
-        stlCopyCommonFacet(text, stlCommonFacetText);
+        stlPutCommonLayout(text);
         if (!putPoint(m_normal, facet.normal, text + stlCommonPointStarts[0]))
             return false;
         for (std::size_t i = 0; i < 3; ++i) {

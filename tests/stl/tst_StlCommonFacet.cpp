@@ -165,11 +165,13 @@ TEST(StlCommonFacet, APointIsWrittenWithItsLineFeedAndNothingElse)
     EXPECT_EQ(text, "< 7.00000000E+00 -8.00000000E+00  9.00000000E-20\n>");
 }
 
-TEST(StlCommonFacet, ACopyIsTheWholeFacet)
+TEST(StlCommonFacet, TheLayoutIsEverythingButThePoints)
 {
-    std::string copy = "<" + std::string(stlCommonFacetSize, '#') + ">";
-    stlCopyCommonFacet(copy.data() + 1, facetText().data());
-    EXPECT_EQ(copy, "<" + facetText() + ">");
+    std::string text = "<" + std::string(stlCommonFacetSize, '#') + ">";
+    stlPutCommonLayout(text.data() + 1);
+    for (const std::size_t start : stlCommonPointStarts)
+        text.replace(1 + start, 47, facetText(), start, 47);
+    EXPECT_EQ(text, "<" + facetText() + ">");
 }
 
 TEST(StlCommonFacet, OneNumberThatDoesNotFitDeclinesThePoint)
