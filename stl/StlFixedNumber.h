@@ -205,19 +205,18 @@ constexpr std::array<ThreeDigits, 1000> makeThreeDigits()
 
 inline constexpr std::array<ThreeDigits, 1000> threeDigits = makeThreeDigits();
 
-// Writes "d.ddddddddE": eleven characters, in pieces of four that overlap. The digits are made a
-// fraction of 2^64, of which each multiplication brings three more into the upper word: 2^64 / 10^6, rounded
-// up, is off by less than one, so the fraction by less than 2^30, and times 10^6 that is still less than
-// 2^64, one unit of the last digit.
+// Writes "d.ddddddddE": eleven characters, in pieces of four that overlap. All are read before one is
+// written, or the compiler would keep their addresses instead.
 inline void writeNineDigits(char *out, std::uint32_t digits)
 {
-    constexpr std::uint64_t unit = 0xFFFFFFFFFFFFFFFFU / 1000000U + 1;
-    const Product128 first = multiply(digits, unit);
-    const Product128 second = multiply(first.low, 1000);
-    const Product128 third = multiply(second.low, 1000);
-    std::memcpy(out, threeDigits.data()[first.high].leading, 4);
-    std::memcpy(out + 4, threeDigits.data()[second.high].following, 4);
-    std::memcpy(out + 7, threeDigits.data()[third.high].following, 4);
+    const std::uint32_t six = digits / 1000;
+    const std::uint32_t three = six / 1000;
+    const ThreeDigits first = threeDigits[three];
+    const ThreeDigits second = threeDigits[six - three * 1000];
+    const ThreeDigits third = threeDigits[digits - six * 1000];
+    std::memcpy(out, first.leading, 4);
+    std::memcpy(out + 4, second.following, 4);
+    std::memcpy(out + 7, third.following, 4);
 }
 
 // Sixteen characters at a time, in a vector register where there is one.
