@@ -169,12 +169,12 @@ inline Product128 multiply(std::uint64_t a, std::uint64_t b)
 // unit of the upper word. So the 32 bits are right or too small by one. If they are one half, the true
 // fraction is more, and is rounded up; if they are one unit less, it may be below one half or above: this
 // happens once in 2^32 random numbers, and is declined.
-inline bool roundToNineDigits(std::uint64_t mantissa, const Scale &scale, std::uint32_t &nineDigits)
+inline bool roundToNineDigits(std::uint64_t mantissa, const Scale &scale, std::uint64_t &nineDigits)
 {
     constexpr std::uint64_t half = std::uint64_t{1} << 31U;
     const Product128 product = multiply(mantissa, scale.mantissa);
     const std::uint64_t rounded = product.high + half;
-    nineDigits = static_cast<std::uint32_t>(rounded >> 32U);
+    nineDigits = rounded >> 32U;
     if (static_cast<std::uint32_t>(rounded + 1) <= 1) {
         const bool wasHalf = static_cast<std::uint32_t>(rounded) == 0;
         if ((scale.exponentText & exactScaleFlag) == 0)
@@ -358,7 +358,7 @@ inline bool stlIsFixedNumber(const char *text)
 // A number rounded to what the form can hold. Rounding and writing are two steps so that the numbers of a
 // point can be rounded all and then written all: their long chains of operations then overlap.
 struct StlFixedDigits {
-    std::uint32_t digits; // nine, as an integer
+    std::uint64_t digits; // nine, as an integer; in a word, which saves narrowing
     stl_fixed_number::ExponentText exponentText;
     char sign;
 };
@@ -393,7 +393,7 @@ inline void stlPutFixedNumber(char *out, const StlFixedDigits &rounded)
     using namespace stl_fixed_number;
     out[0] = rounded.sign;
     storeLittleEndian(out + 8, rounded.exponentText);
-    writeNineDigits(out + 1, rounded.digits);
+    writeNineDigits(out + 1, static_cast<std::uint32_t>(rounded.digits));
 }
 
 // Writes the number and a blank after it and returns true, or declines and writes nothing.
