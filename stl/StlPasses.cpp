@@ -124,16 +124,17 @@ public:
     ApplyTransformation(StlTextWriter &out, const AxisChange (&axes)[3],
                         const RotationMatrix *const (&rotations)[3])
         : m_out(out),
-          m_axes(axes),
-          m_rotations(rotations)
+          m_axes(axes)
     {
-        for (const RotationMatrix *rotation : rotations)
-            m_turns = m_turns || rotation->inUse();
+        for (const RotationMatrix *rotation : rotations) {
+            if (rotation->inUse())
+                m_rotations[m_rotationCount++] = *rotation;
+        }
     }
 
     void facetLine(std::string_view line, StlWords &numbers) override
     {
-        if (!m_turns) {
+        if (m_rotationCount == 0) {
             otherLine(line);
             return;
         }
@@ -180,10 +181,8 @@ private:
     template <typename Number>
     void turn(Number (&point)[3]) const
     {
-        for (const RotationMatrix *rotation : m_rotations) {
-            if (rotation->inUse())
-                rotation->apply(point[0], point[1], point[2]);
-        }
+        for (std::size_t i = 0; i < m_rotationCount; ++i)
+            m_rotations[i].apply(point[0], point[1], point[2]);
     }
 
     template <typename Number>
@@ -223,7 +222,7 @@ private:
 
     bool putNormal(const char *normal, char *out)
     {
-        if (m_turns)
+        if (m_rotationCount > 0)
             return putTurnedNormal(normal, out);
         std::memcpy(out, normal, stlCommonPointSize);
         return stlIsWithinLine(normal);
@@ -242,8 +241,8 @@ private:
 
     StlTextWriter &m_out;
     const AxisChange (&m_axes)[3];
-    const RotationMatrix *const (&m_rotations)[3];
-    bool m_turns = false;
+    RotationMatrix m_rotations[3]; // those in use
+    std::size_t m_rotationCount = 0;
     // Deliberate: normals and corners share it. A number that does not convert takes the value that was
     // written last, which is then transformed once more.
     double m_last[3] = {0.0, 0.0, 0.0};
