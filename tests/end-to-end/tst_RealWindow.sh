@@ -10,29 +10,9 @@ source_folder=$3
 situation=$4
 data=$source_folder/tests/end-to-end/data
 
-# shellcheck source=scripts/lib/virtual-display.sh
-source "$source_folder/scripts/lib/virtual-display.sh"
-# shellcheck source=scripts/lib/meshvane-window.sh
-source "$source_folder/scripts/lib/meshvane-window.sh"
-
-screenshot_of_failure=$PWD/$situation-failed.png
-folder=$(mktemp -d)
-
-finish() {
-    local status=$?
-    if ((status != 0)) && [[ -n ${DISPLAY-} ]]; then
-        take_screenshot "$screenshot_of_failure" && echo "Screenshot of the failure: $screenshot_of_failure" >&2
-    fi
-    stop_virtual_display
-    rm -rf "$folder"
-    exit "$status"
-}
-trap finish EXIT
-
-fail() {
-    echo "FAILED: $*" >&2
-    exit 1
-}
+test_name=$situation
+# shellcheck source=tests/support/window-test.sh
+source "$source_folder/tests/support/window-test.sh"
 
 expect_same_bytes() {
     cmp "$1" "$2" || {

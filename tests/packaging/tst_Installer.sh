@@ -8,31 +8,12 @@ installer=$2
 source_folder=$4
 data=$source_folder/tests/end-to-end/data
 
-# shellcheck source=scripts/lib/virtual-display.sh
-source "$source_folder/scripts/lib/virtual-display.sh"
-# shellcheck source=scripts/lib/meshvane-window.sh
-source "$source_folder/scripts/lib/meshvane-window.sh"
-
 screenshots=$PWD
-folder=$(mktemp -d)
+test_name=installer
+# shellcheck source=tests/support/window-test.sh
+source "$source_folder/tests/support/window-test.sh"
 
-finish() {
-    local status=$?
-    if ((status != 0)) && [[ -n ${DISPLAY-} ]]; then
-        take_screenshot "$screenshots/installer-failed.png" &&
-            echo "Screenshot of the failure: $screenshots/installer-failed.png" >&2
-    fi
-    wineserver --kill || true
-    stop_virtual_display
-    rm -rf "$folder"
-    exit "$status"
-}
-trap finish EXIT
-
-fail() {
-    echo "FAILED: $*" >&2
-    exit 1
-}
+stop_other_processes() { wineserver --kill || true; }
 
 # Text that the program has written, without the carriage returns of Windows.
 expect_same_text() {

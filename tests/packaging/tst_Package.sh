@@ -8,15 +8,9 @@ source_folder=$1
 BUILD_FOLDER=$2
 native=$(dpkg --print-architecture)
 architecture=${3-$native}
+test_name=package-$architecture
 # shellcheck source=tests/packaging/use-packages.sh
 source "$source_folder/tests/packaging/use-packages.sh"
-
-folder=$(mktemp -d)
-finish() {
-    stop_virtual_display
-    rm -rf "$folder"
-}
-trap finish EXIT
 
 if [[ $architecture == "$native" ]]; then
     bash "$source_folder/scripts/package.sh" --twice

@@ -5,15 +5,9 @@ set -euo pipefail
 
 source_folder=$1
 BUILD_FOLDER=$2
+test_name=rpm
 # shellcheck source=tests/packaging/use-packages.sh
 source "$source_folder/tests/packaging/use-packages.sh"
-
-folder=$(mktemp -d)
-finish() {
-    stop_virtual_display
-    rm -rf "$folder"
-}
-trap finish EXIT
 
 bash "$source_folder/scripts/package-rpm.sh"
 processor=$(rpm --eval '%{_target_cpu}')

@@ -1,18 +1,11 @@
 # Sourced by the tests of packages: does runs with the programs found by their names, those of unpacked packages.
-# The caller sets `folder` to an empty folder of its own, and BUILD_FOLDER to the build whose command the packaged one
-# is compared with.
+# The caller sets BUILD_FOLDER to the build whose command the packaged one is compared with, and what window-test.sh
+# needs.
 # shellcheck shell=bash
-# shellcheck source=scripts/lib/virtual-display.sh
-source "${BASH_SOURCE[0]%/*}/../../scripts/lib/virtual-display.sh"
-# shellcheck source=scripts/lib/meshvane-window.sh
-source "${BASH_SOURCE[0]%/*}/../../scripts/lib/meshvane-window.sh"
+# shellcheck source=tests/support/window-test.sh
+source "${BASH_SOURCE[0]%/*}/../support/window-test.sh"
 
 CLICK_SPOTS_PROGRAM=$BUILD_FOLDER/scripts/click_spots
-
-fail() {
-    echo "FAILED: $*" >&2
-    exit 1
-}
 
 # use_window mesh: the program, started from another folder than its own as a desktop menu would start it. Leaves
 # gear-on-bed.stl and meshvane.log in the current folder, where the gear is the mesh given.
