@@ -9,6 +9,7 @@
 #include "cli/StandardError.h"
 
 #include <cstdlib>
+#include <new>
 
 namespace {
 
@@ -39,6 +40,8 @@ int meshvaneCommand(const std::vector<std::string> &arguments)
         return wrongUseStatus;
     } catch (const Failure &failure) {
         complainOf(failure.file, failure.what());
+    } catch (const std::bad_alloc &) {
+        complainOfMissingMemory();
     } catch (const std::exception &other) {
         complain(other.what());
     }

@@ -14,7 +14,7 @@ void printLines(const std::string &prefix, const std::string &message)
             std::fputs((prefix + line + "\n").c_str(), stderr);
         begin = end == std::string::npos ? end : end + 1;
     }
-    std::fflush(stderr); // Not every system leaves it without a buffer.
+    std::fflush(stderr); // which has a buffer on some systems
 }
 
 } // namespace
@@ -37,4 +37,8 @@ void complainOf(const std::string &file, const std::string &message)
     printLines("meshvane-cli: " + visibleName(file) + ": ", message);
 }
 
-void complainOfMissingMemory() { std::fputs("meshvane-cli: not enough memory\n", stderr); }
+void complainOfMissingMemory()
+{
+    std::fputs("meshvane-cli: not enough memory\n", stderr);
+    std::fflush(stderr);
+}

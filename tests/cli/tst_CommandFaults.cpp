@@ -140,6 +140,7 @@ private:
         EXPECT_TRUE(text == "old" || text == m_text);
         EXPECT_EQ(readBytes("said"), "");
         EXPECT_FALSE(standardError.empty());
+        EXPECT_EQ(standardError.find("bad_alloc"), std::string::npos) << standardError;
         std::istringstream lines(standardError);
         for (std::string line; std::getline(lines, line);)
             EXPECT_EQ(line.find("meshvane-cli: "), 0U) << line;
