@@ -120,6 +120,24 @@ TEST(Signals, ThatAreIgnoredStayIgnored)
     EXPECT_EQ(entriesOf("."), (Arguments{"in.stl", "out.stl"}));
 }
 
+TEST(Signals, ThatSeldomEndAProcessLeaveNoPrivateFolderEither)
+{
+    const TemporaryFolder folder;
+    fs::create_directory("results");
+    writeBytes("in.stl", binaryStl("", differentFacets(100'000)));
+    for (const int signal : {SIGQUIT, SIGPIPE, SIGXCPU}) {
+        const pid_t process = startMeshvane({"in.stl", "results/out.stl"});
+        for (int tries = 0; tries < 5000 && entriesOf("results").empty(); ++tries)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        EXPECT_FALSE(entriesOf("results").empty()) << "there is no private folder";
+        kill(process, signal);
+        const CommandResult result = endOf(process);
+        EXPECT_FALSE(result.exited);
+        EXPECT_EQ(result.status, signal);
+        EXPECT_EQ(entriesOf("results"), Arguments{});
+    }
+}
+
 // --------------------------------------------------------------------------------------------------- at once
 
 constexpr int many = 200;
