@@ -13,11 +13,11 @@ bool makeNewFolder(std::string &path);
 void removeFile(const char *file);
 void removeEmptyFolder(const char *folder);
 
-// Calls `tidyUp` when the process ends by exit(), or on request: by a signal that ends processes on request,
-// for want of a reader, or of time; by the keys of a Windows console, or when that is closed. The end is the
-// same as without it, and requests that the process was started to ignore stay ignored. To be called once, by
-// the only thread. A file that grows beyond the limit of the system is a failed write from now on, and not
-// the end.
+// Calls `tidyUp` when the process ends by exit() or on request. A request is a signal: from a user, of a pipe
+// without a reader, or of processor time used up; on Windows, the keys or the closing of the console. The end
+// is the same as without it, and requests that the process was started to ignore stay ignored. To be called
+// once, by the only thread. A file that grows beyond the limit of the system is a failed write from now on,
+// and not the end.
 void callAtTheEnd(void (*tidyUp)());
 
 // While it lives the process is not ended on request. There may be one at a time.

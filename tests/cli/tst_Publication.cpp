@@ -24,8 +24,8 @@ protected:
 
     static std::string here(const std::string &name) { return (fs::current_path() / name).string(); }
 
-    // Both results, the second of which meets a file that has come into being since it was staged.
-    static std::string complaintOfLateFile(bool force)
+    // The file that is complained of when a folder has taken the second name since both results were staged.
+    static std::string complaintOfTakenName(bool force)
     {
         Publication publication(force);
         publication.stage(here("work/a"), here("a"), "a");
@@ -59,14 +59,14 @@ TEST_F(Publishing, GivesAllResultsTheirNames)
 
 TEST_F(Publishing, TakesBackWhatWasNewIfOneCannotHaveItsName)
 {
-    EXPECT_EQ(complaintOfLateFile(false), "b");
+    EXPECT_EQ(complaintOfTakenName(false), "b");
     EXPECT_EQ(entriesOf("."), (Names{"b", "work"}));
 }
 
 TEST_F(Publishing, ByForceLeavesWhatItHasReplaced)
 {
     writeBytes("a", "old a");
-    EXPECT_EQ(complaintOfLateFile(true), "b");
+    EXPECT_EQ(complaintOfTakenName(true), "b");
     EXPECT_EQ(readBytes("a"), "new a");
 }
 
