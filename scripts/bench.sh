@@ -17,8 +17,8 @@ source "$root/scripts/lib/conditions.sh"
 # shellcheck source=scripts/lib/virtual-display.sh
 source "$root/scripts/lib/virtual-display.sh"
 
-all_sections=(kernels run instructions growth window command start-up start-up-without-opengl windows)
-sections=("${all_sections[@]:0:8}")
+sections=(kernels run instructions growth window command start-up start-up-without-opengl)
+all_sections=("${sections[@]}" windows)
 page=$root/docs/performance.md
 facets=1000000
 older=
