@@ -71,6 +71,8 @@ homepage=$(sed -n 's/.*<url type="homepage">\(.*\)<.*/\1/p' metainfo/*.xml)
 value_in() { sed -n "s/^$2: *//p" "$source_folder/$1"; }
 expect_same version "$version" debian/changelog "$(sed -n '1s/.*(\(.*\)).*/\1/p' "$source_folder/debian/changelog")"
 expect_same version "$version" packaging/meshvane.spec "$(value_in packaging/meshvane.spec Version)"
+expect_same version "$version" packaging/meshvane.1 "$(sed -n 's/^\.TH.*"Meshvane \([^"]*\)".*/\1/p' man/man1/meshvane.1)"
+expect_same version "$version" docs/guide.md "$(sed -n 's/.*meshvane-\([0-9.]*\)-windows\.exe.*/\1/p' doc/meshvane/guide.md)"
 expect_same homepage "$homepage" debian/control "$(value_in debian/control Homepage)"
 expect_same homepage "$homepage" packaging/meshvane.spec "$(value_in packaging/meshvane.spec URL)"
 
