@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the programs for 64-bit Windows, with a ZIP and an installer in build/windows/packages, and tests all under
-# Wine:
+# Builds the programs for 64-bit Windows, with a ZIP and an installer in build/windows/packages, and runs all
+# tests under Wine:
 #   scripts/windows.sh [--untested]
 # The first time it builds Qt, too, a quarter of an hour on two idle processors; the result is kept in the user's
 # cache. MESHVANE_WINDOWS_QT names the folder of a Qt for mingw-w64 that is to be used instead.
