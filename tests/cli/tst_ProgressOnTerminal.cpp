@@ -14,31 +14,59 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Everything that the command prints on a terminal while it is stopped for longer than a second.
+[[noreturn]] void becomeCommand(const char *option)
+{
+    unsetenv("TMPDIR");
+    execl(MESHVANE_CLI, MESHVANE_CLI, "--force", option, "in.stl", "out.stl", nullptr);
+    _exit(127);
+}
+
+// So that the run takes longer than a second.
+void interrupt(pid_t command)
+{
+    std::this_thread::sleep_for(20ms);
+    kill(command, SIGSTOP);
+    std::this_thread::sleep_for(1100ms);
+    kill(command, SIGCONT);
+}
+
+void expectSuccessOf(pid_t command)
+{
+    int status = 0;
+    EXPECT_EQ(waitpid(command, &status, 0), command);
+    EXPECT_EQ(status, 0);
+}
+
 std::string printedOnTerminal(const char *option)
 {
     int terminal = -1;
     const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
-    if (child == 0) {
-        unsetenv("TMPDIR");
-        execl(MESHVANE_CLI, MESHVANE_CLI, "--force", option, "in.stl", "out.stl", nullptr);
-        _exit(127);
-    }
+    if (child == 0)
+        becomeCommand(option);
     EXPECT_GT(child, 0);
-    std::this_thread::sleep_for(20ms);
-    kill(child, SIGSTOP);
-    std::this_thread::sleep_for(1100ms);
-    kill(child, SIGCONT);
+    interrupt(child);
     std::string printed;
     char block[1024];
     for (ssize_t count = read(terminal, block, sizeof block); count > 0;
          count = read(terminal, block, sizeof block))
         printed.append(block, static_cast<std::size_t>(count));
     close(terminal);
-    int status = 0;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0) << printed;
+    expectSuccessOf(child);
     return printed;
+}
+
+std::string printedIntoFile()
+{
+    const Stream said = openStream("said", "w+");
+    const pid_t child = fork();
+    if (child == 0) {
+        dup2(fileno(said.get()), STDERR_FILENO);
+        becomeCommand("--force");
+    }
+    EXPECT_GT(child, 0);
+    interrupt(child);
+    expectSuccessOf(child);
+    return bytesOf(said);
 }
 
 TEST(Terminal, ShowsABarForALongRunUnlessAskedToBeQuiet)
@@ -53,6 +81,14 @@ TEST(Terminal, ShowsABarForALongRunUnlessAskedToBeQuiet)
     EXPECT_EQ(printed.substr(printed.size() - 4), "\r\x1B[K") << printed;
     for (int tries = 0; tries < 3; ++tries)
         EXPECT_EQ(printedOnTerminal("--quiet"), "");
+}
+
+TEST(File, GetsNoBar)
+{
+    const TemporaryFolder folder;
+    writeBytes("in.stl", binaryStl("", differentFacets(200'000)));
+    for (int tries = 0; tries < 3; ++tries)
+        EXPECT_EQ(printedIntoFile(), "");
 }
 
 } // namespace
