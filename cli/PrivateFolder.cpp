@@ -87,4 +87,4 @@ PrivateFolder::~PrivateFolder()
     removeFolder(slots[static_cast<std::size_t>(m_slot)]);
 }
 
-void watchSignals() { callAtTheEnd(removeFolders); }
+void removePrivateFoldersAtTheEnd() { callAtTheEnd(removeFolders); }

@@ -9,9 +9,9 @@ constexpr const char *privateOutputName = "output.stl";
 constexpr const char *privateTextName = "text.stl";
 constexpr const char *privateInputLink = "input.stl";
 
-// Removed with its files when the object dies, but also, after watchSignals(), when the process ends by
-// exit() or on request. Only a process that is killed or crashes leaves it. There may be four at the same
-// time.
+// Removed with its files when the object dies, but also, after removePrivateFoldersAtTheEnd(), when the
+// process ends by exit() or on request. Only a process that is killed or crashes leaves it. There may be four
+// at the same time.
 class PrivateFolder {
 public:
     // Throws Failure in the name of `parent` if there can be none in it.
@@ -30,4 +30,4 @@ private:
 };
 
 // From now on the end of the process removes the private folders, as callAtTheEnd() in SystemCalls.h says.
-void watchSignals();
+void removePrivateFoldersAtTheEnd();

@@ -5,6 +5,6 @@
 
 int main(int argc, char **argv)
 {
-    watchSignals();
+    removePrivateFoldersAtTheEnd();
     return meshvaneCommand({argv + (argc > 0 ? 1 : 0), argv + argc});
 }

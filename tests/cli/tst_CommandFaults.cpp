@@ -43,7 +43,7 @@ const Arguments everyRoad{"--force",          "--x-scale",    "2",          "--x
 ProcessOutcome outcomeOfCommand(const FaultCase &fault, long n)
 {
     return outcomeOf([&fault, n] {
-        watchSignals();
+        removePrivateFoldersAtTheEnd();
         const Arguments arguments = everyRoad;
         if (std::freopen("said", "w", stdout) == nullptr)
             return;
