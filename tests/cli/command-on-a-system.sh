@@ -1,6 +1,6 @@
 # Sourced by the scripts that try the command on more than one system. The caller sets `program`, an array: the command,
 # after what runs it if that is an emulator. Leaves the script in a folder of its own, which is in `folder`.
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154
 
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT

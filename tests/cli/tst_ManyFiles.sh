@@ -3,8 +3,8 @@
 # Ends with status 77, after the others, if GNU parallel is not installed.
 set -euo pipefail
 
-# shellcheck source=tests/cli/many_files.sh
-source "$(dirname "${BASH_SOURCE[0]}")/many_files.sh"
+# shellcheck source=tests/cli/many-files.sh
+source "$(dirname "${BASH_SOURCE[0]}")/many-files.sh"
 
 begin
 bash -c "$(example loop)" || fail "the loop fails"

@@ -4,8 +4,8 @@
 # Needs Debian's slurm-wlm.
 set -euo pipefail
 
-# shellcheck source=tests/cli/many_files.sh
-source "$(dirname "${BASH_SOURCE[0]}")/many_files.sh"
+# shellcheck source=tests/cli/many-files.sh
+source "$(dirname "${BASH_SOURCE[0]}")/many-files.sh"
 
 PATH+=:/usr/sbin:/sbin
 for command in munged slurmctld slurmd sbatch; do
