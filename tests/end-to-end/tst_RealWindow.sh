@@ -45,20 +45,6 @@ close_window() {
     expect_end 0 ''
 }
 
-fill_in_scaling_run() {
-    fill_in edtFileIn wedge.stl
-    fill_in edtFileOut wedge-scaled.stl
-    fill_in edtXScale 1.5
-    press_keys Tab
-    type_text 1
-    press_keys Tab
-    type_text -0.25
-    press_keys Tab
-    type_text 0.5
-    fill_in edtYOffsA 10
-    tick_and_fill_in chbZSetL 30
-}
-
 from_empty_form_to_output() {
     start_meshvane "$folder" "$program"
 
@@ -71,7 +57,7 @@ from_empty_form_to_output() {
     answer_box "$ERROR_BOX_TITLE" || fail "the box does not close"
     [[ ! -e meshvane.log ]] || fail "a refused run wrote a log"
 
-    fill_in_scaling_run
+    fill_in_scaling_run wedge.stl wedge-scaled.stl
     click_on Run
     expect_run_result wedge-scaled.stl wedge-scaled.log
 
@@ -105,7 +91,7 @@ comma_locale_changes_nothing() {
     local german=(env LOCPATH="$folder" LC_ALL=de_DE.UTF-8)
     [[ $("${german[@]}" locale decimal_point) == , ]] || fail "the locale with the decimal comma is not active"
     start_meshvane "$folder" "${german[@]}" "$program"
-    fill_in_scaling_run
+    fill_in_scaling_run wedge.stl wedge-scaled.stl
     click_on Run
     expect_run_result wedge-scaled.stl wedge-scaled.log
     close_window

@@ -60,17 +60,7 @@ cd "$documents"
 cp "$data/wedge.stl" .
 start_meshvane "$folder" "$folder/start-menu-entry"
 take_screenshot "$screenshots/installed-empty.png"
-fill_in edtFileIn wedge.stl
-fill_in edtFileOut 'C:/users/'"$(id -un)"'/Documents/wedge-scaled.stl'
-fill_in edtXScale 1.5
-press_keys Tab
-type_text 1
-press_keys Tab
-type_text -0.25
-press_keys Tab
-type_text 0.5
-fill_in edtYOffsA 10
-tick_and_fill_in chbZSetL 30
+fill_in_scaling_run wedge.stl 'C:/users/'"$(id -un)"'/Documents/wedge-scaled.stl'
 click_on Run
 wait_until 30 log_has_end || fail "the run does not end"
 wait_until 20 test ! -e _tmp_stl_ || fail "_tmp_stl_ is still there"

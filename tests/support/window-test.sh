@@ -30,3 +30,18 @@ fail() {
     echo "FAILED: $*" >&2
     exit 1
 }
+
+# fill_in_scaling_run input output: the values that make wedge-scaled.stl of wedge.stl, in tests/end-to-end/data.
+fill_in_scaling_run() {
+    fill_in edtFileIn "$1"
+    fill_in edtFileOut "$2"
+    fill_in edtXScale 1.5
+    press_keys Tab
+    type_text 1
+    press_keys Tab
+    type_text -0.25
+    press_keys Tab
+    type_text 0.5
+    fill_in edtYOffsA 10
+    tick_and_fill_in chbZSetL 30
+}
