@@ -78,12 +78,12 @@ rm -r in out said failed.txt expected.stl loop.bat
 echo "A bar on the console, and Ctrl-C"
 {
     head -c 80 gear.stl
-    printf '\x00\xd0\x07\x00' # 512,000
-    for _ in {1..800}; do tail -c +85 gear.stl; done
+    printf '\x00\x40\x1f\x00' # 2,048,000: so many that the run takes longer than a second
+    for _ in {1..3200}; do tail -c +85 gear.stl; done
 } >large.stl
 mkfifo keys
 : >typescript
-script --quiet --return --command "'$wine' '${program[1]}' --z-length 100 --x-origin-to-zero large.stl 'results\\out.stl'" \
+script --quiet --flush --return --command "'$wine' '${program[1]}' --z-length 100 --x-origin-to-zero large.stl 'results\\out.stl'" \
     typescript <keys >/dev/null &
 exec 9>keys
 for _ in {1..600}; do
