@@ -16,7 +16,7 @@ StlBlockReader::StlBlockReader(std::FILE *in, StlLineEnd lineEnd)
 {
     m_laterMark = m_mark;
     if (lineEnd != StlLineEnd::lineFeed)
-        m_longLines.reset(new char[longLinesSize]);
+        m_longLines.reset(new char[pieceSize]);
 }
 
 StlBlockReader::~StlBlockReader()
@@ -45,32 +45,37 @@ void StlBlockReader::readAhead(std::size_t wanted)
     setMark();
     while (m_end < wanted && !m_atEnd) {
         const std::size_t room = std::min(blockSize, (capacity - m_end) / streamPageSize * streamPageSize);
-        const std::size_t count = read(m_block.get() + m_end, room);
+        char *const to = m_block.get() + m_end;
+        const std::size_t count = m_longLines ? readLongLines(to, room) : readBytes(to, room);
         m_end += count;
         stlTellProgress(count);
     }
 }
 
 // Notes the end of the stream when it meets it.
-std::size_t StlBlockReader::read(char *to, std::size_t room)
+std::size_t StlBlockReader::readBytes(char *to, std::size_t room)
 {
-    if (m_lineEnd != StlLineEnd::lineFeed)
-        return readLongLines(to, room);
     const std::size_t count = std::fread(to, 1, room, m_in);
     if (count < room)
         noteEnd();
     return count;
 }
 
+// Fills the room but for less than a piece.
 std::size_t StlBlockReader::readLongLines(char *to, std::size_t room)
+{
+    std::size_t size = 0;
+    do
+        size += readPiece(to + size, room - size);
+    while (!m_atEnd && room - size >= pieceSize);
+    return size;
+}
+
+std::size_t StlBlockReader::readPiece(char *to, std::size_t room)
 {
     char *const lines = m_longLines.get();
     const std::size_t held = m_holdsReturn ? 1 : 0;
-    const std::size_t wanted = std::min(room, longLinesSize) - held;
-    const std::size_t count = std::fread(lines + held, 1, wanted, m_in);
-    if (count < wanted)
-        noteEnd();
-    std::size_t size = held + count;
+    std::size_t size = held + readBytes(lines + held, std::min(room, pieceSize) - held);
     m_holdsReturn = !m_atEnd && lines[size - 1] == '\r';
     if (m_holdsReturn)
         --size;

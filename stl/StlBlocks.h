@@ -49,8 +49,9 @@ private:
 
     void fill(std::size_t wanted);
     void readAhead(std::size_t wanted);
-    std::size_t read(char *to, std::size_t room);
+    std::size_t readBytes(char *to, std::size_t room);
     std::size_t readLongLines(char *to, std::size_t room);
+    std::size_t readPiece(char *to, std::size_t room);
     void readLine();
     void noteEnd();
     void setMark();
@@ -61,7 +62,8 @@ private:
     // A whole block in addition to what is left of the previous one.
     static constexpr std::size_t capacity = blockSize + streamPageSize;
 
-    static constexpr std::size_t longLinesSize = std::size_t{64} * 1024;
+    // Small enough for a cache of the processor, large enough for few calls of the system.
+    static constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 
     std::FILE *m_in;
     StlLineEnd m_lineEnd;
@@ -71,7 +73,7 @@ private:
     bool m_atEnd = false;
     int m_error = 0;
     std::unique_ptr<char[]> m_block;
-    std::unique_ptr<char[]> m_longLines; // bytes of the stream with both characters of each line end
+    std::unique_ptr<char[]> m_longLines; // a piece of the stream, with both characters of each line end
     bool m_holdsReturn = false; // a carriage return is the first of them, for a line feed may follow it
     std::size_t m_begin = 0;
     std::size_t m_end = 0;

@@ -46,7 +46,7 @@ private:
     void makeRoom();
 
     static constexpr std::size_t blockSize = 2 * largestRoom;
-    static constexpr std::size_t pieceSize = std::size_t{64} * 1024;
+    static constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 
     std::FILE *m_out;
     std::unique_ptr<char[]> m_block;

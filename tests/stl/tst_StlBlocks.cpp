@@ -237,20 +237,20 @@ TEST(StlBlocks, AStreamWithCarriageReturnsIsLeftAfterWhatWasTaken)
     }
 }
 
-// The first read of the stream ends between the two characters of a line end.
+// The first block of the stream ends between the two characters of a line end.
 TEST(StlBlocks, ALineEndThatWasReadHalfIsGivenBackWhole)
 {
-    const std::string text = std::string(65535, 'x') + "\nmore";
+    const std::string text = std::string(blockSize - 1, 'x') + "\nmore";
     const Stream in = streamOf(withCarriageReturns(text));
     for (const std::size_t wanted : {0U, 1U}) { // and then the other half is read, too
         std::rewind(in.get());
         {
             StlBlockReader reader(in.get(), StlLineEnd::carriageReturnAndLineFeed);
-            ASSERT_EQ(reader.ahead(1).size(), 65535U);
-            reader.take(65535);
+            ASSERT_EQ(reader.ahead(1).size(), blockSize - 1);
+            reader.take(blockSize - 1);
             reader.ahead(wanted);
         }
-        EXPECT_EQ(std::ftell(in.get()), 65535);
+        EXPECT_EQ(std::ftell(in.get()), static_cast<long>(blockSize - 1));
     }
     StlBlockReader reader(in.get(), StlLineEnd::carriageReturnAndLineFeed);
     EXPECT_EQ(reader.ahead(1), "\nmore");
