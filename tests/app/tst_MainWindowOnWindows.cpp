@@ -26,6 +26,7 @@ private slots:
     void pathsOf300CharactersAreUsed();
     void outputHeldByAnotherProgramIsReported();
     void readOnlyOutputIsReported();
+    void outputInAReadOnlyFolderIsReported();
     void fullDiscIsReported();
     void folderThatDoesNotExistIsAFieldError();
 };
@@ -102,13 +103,19 @@ void tst_MainWindowOnWindows::readOnlyOutputIsReported()
     QCOMPARE(m_folder->read("out.stl"), QByteArray("kept"));
 }
 
-// Wine shows the devices of the system below it.
+// Wine shows the folders and devices of the system below it. Nobody can make a file in this one.
+void tst_MainWindowOnWindows::outputInAReadOnlyFolderIsReported()
+{
+    if (!QFileInfo::exists("Z:/proc"))
+        QSKIP("there is no such folder here");
+    QCOMPARE(messagesOfARun("in.stl", "Z:/proc/out.stl"), QStringList{"Unable to open output file."});
+}
+
 void tst_MainWindowOnWindows::fullDiscIsReported()
 {
-    const QString full = "Z:/dev/full";
-    if (!QFileInfo::exists(full))
+    if (!QFileInfo::exists("Z:/dev"))
         QSKIP("there is no such device here");
-    QCOMPARE(messagesOfARun("in.stl", full), QStringList{stlWriteErrorMessage});
+    QCOMPARE(messagesOfARun("in.stl", "Z:/dev/full"), QStringList{stlWriteErrorMessage});
 }
 
 void tst_MainWindowOnWindows::folderThatDoesNotExistIsAFieldError()

@@ -88,6 +88,19 @@ click_on Run
 wait_for_window_to_go 20 "$MAIN_WINDOW_TITLE" || fail "the program does not end"
 wineserver --wait
 [[ $(tr -d '\r' <message.txt) == 'The file broken.stl has the wrong size.' ]] || fail "message.txt: $(<message.txt)"
+
+# The same in a folder where no file can be made.
+printf '%s\r\n' 'cd /d Z:\proc' \
+    '"%LOCALAPPDATA%\Programs\Meshvane\meshvane.exe" 2>"%USERPROFILE%\Documents\message.txt"' >message.bat
+start_meshvane "$folder" "$folder/command-prompt"
+fill_in edtFileIn "C:/users/$(id -un)/Documents/wedge.stl"
+fill_in edtFileOut "C:/users/$(id -un)/Documents/out.stl"
+click_on Run
+wait_for_window_to_go 20 "$MAIN_WINDOW_TITLE" || fail "the program goes on without its temporary file"
+wineserver --wait
+grep --quiet "^stl_write_ascii: Couldn't open _tmp_stl_ for writing: " message.txt ||
+    fail "message.txt: $(<message.txt)"
+[[ ! -e out.stl ]] || fail "there is an output without a temporary file"
 rm message.bat message.txt broken.stl
 
 # The user's files stay, in the documents and in the program's folder.
