@@ -1,8 +1,8 @@
 // Line ends of text on streams in binary mode.
 //
-// Text mode would make a system's line ends, too, but where it has something to do it takes longer than all
-// else in a run: C libraries of Windows write it in pieces of a few kilobytes and read it character by
-// character. So large files are opened in binary mode, and their line ends are made here.
+// Text mode would make the system's line ends, too, but on Windows it takes longer than all else in a run:
+// Wine's C library, for one, writes text in pieces of 2 KB and reads it character by character. So large
+// files are opened in binary mode, and their line ends are made here.
 #pragma once
 
 #include "stl/StlCommonFacet.h"
@@ -27,11 +27,11 @@ char *stlCopyWithCarriageReturns(char *to, std::string_view text);
 // Copies the text without the carriage returns that stand before line feeds. Returns the end of the copy.
 char *stlCopyWithoutCarriageReturns(char *to, std::string_view text);
 
-// The size of a facet in the common form with a carriage return before each of its line feeds.
+// A facet in the common form is called long with a carriage return before each of its line feeds.
 constexpr std::size_t stlLongFacetSize = stlCommonFacetSize + stlCommonFacetLines;
 
-// Copies such a facet without its carriage returns and returns true. Returns false if these are not the seven
-// lines of one; the points may be anything within their lines. Ignore the copy then.
+// Copies a long facet without its carriage returns and returns true. Returns false if these are not the seven
+// lines of one, whose points may be anything within their lines; ignore the copy then.
 bool stlCopyLongFacet(char *to, const char *facet);
 
 // The next character of the stream, or EOF. A carriage return before a line feed is dropped.

@@ -118,6 +118,7 @@ bool RunPipeline::transform(const TransformParameters &p, Stream input, Stream o
     char message[stlMessageCapacity] = "\n";
     m_transformer = std::make_unique<MeshTransformer>(p.xScl, p.yScl, p.zScl, p.xOfsB, p.yOfsB, p.zOfsB,
                                                       p.xOfsA, p.yOfsA, p.zOfsA);
+    // Both streams are in binary mode, so the line ends are ours to make.
     const int result = stl_transform(
         *m_transformer, message, input.release(), output.release(), p.xRotate, p.yRotate, p.zRotate, p.xAngle,
         p.yAngle, p.zAngle, p.xSetL, p.ySetL, p.zSetL, p.xLength, p.yLength, p.zLength, p.xSet0, p.ySet0,
