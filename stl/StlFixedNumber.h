@@ -109,7 +109,7 @@ constexpr std::uint64_t beyondAnyMantissa = 0xFFFFFFFFFFFFFFFFU; // the 53 bits 
 constexpr DecadeTable makeDecadeTable()
 {
     DecadeTable table{};
-    for (unsigned i = 0; i < binaryExponents; ++i) {
+    for (std::size_t i = 0; i < binaryExponents; ++i) {
         const int e = static_cast<int>(i) - largestBinaryExponent;
         const int exponent = decimalExponentOfPowerOfTwo(e);
         const int next = exponent + 1;

@@ -34,7 +34,8 @@ void lengthenLine(char *to, const char *from)
 {
     constexpr Line line = lineOfFacet(number);
     std::memcpy(to + line.startInLongFacet, from + line.start, line.size);
-    std::memcpy(to + line.startInLongFacet + line.size, "\r\n", 2);
+    to[line.startInLongFacet + line.size] = '\r';
+    to[line.startInLongFacet + line.size + 1] = '\n';
 }
 
 template <std::size_t... numbers>

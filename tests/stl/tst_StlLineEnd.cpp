@@ -53,10 +53,10 @@ TEST(StlLineEnd, AFacetOfAnyFormIsCopiedLikeItsLines)
             for (const std::size_t replaced : {0U, 1U, 2U}) {
                 if (at + replaced > facet.size())
                     continue;
-                std::string odd = facet;
-                odd.replace(at, replaced, stray);
-                for (const std::string &text :
-                     {odd, facet + odd + facet, odd.substr(0, at), odd.substr(at)}) {
+                std::string between = facet + facet + facet;
+                between.replace(facet.size() + at, replaced, stray);
+                const std::string odd = between.substr(facet.size(), between.size() - 2 * facet.size());
+                for (const std::string &text : {odd, between, odd.substr(0, at), odd.substr(at)}) {
                     SCOPED_TRACE(text);
                     ASSERT_EQ(lengthened(text), withCarriageReturns(text));
                     ASSERT_EQ(shortened(withCarriageReturns(text)), text);
