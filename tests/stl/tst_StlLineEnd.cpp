@@ -48,12 +48,14 @@ TEST(StlLineEnd, OnlyCarriageReturnsBeforeLineFeedsAreDropped)
 // Whole facets are copied at once, so each place in one is tried, with every character that matters.
 TEST(StlLineEnd, AFacetOfAnyFormIsCopiedLikeItsLines)
 {
+    std::string threeFacets = facet + facet;
+    threeFacets += facet;
     for (std::size_t at = 0; at <= facet.size(); ++at) {
         for (const char *stray : {"", "\n", "\r", "\r\n", "x"}) {
             for (const std::size_t replaced : {0U, 1U, 2U}) {
                 if (at + replaced > facet.size())
                     continue;
-                std::string between = facet + facet + facet;
+                std::string between = threeFacets;
                 between.replace(facet.size() + at, replaced, stray);
                 const std::string odd = between.substr(facet.size(), between.size() - 2 * facet.size());
                 for (const std::string &text : {odd, between, odd.substr(0, at), odd.substr(at)}) {
