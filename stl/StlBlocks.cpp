@@ -10,7 +10,6 @@
 
 StlBlockReader::StlBlockReader(std::FILE *in, StlLineEnd lineEnd)
     : m_in(in),
-      m_lineEnd(lineEnd),
       m_canSeek(in != nullptr && std::fgetpos(in, &m_mark.position) == 0),
       m_block(new char[capacity]) // not make_unique, which would touch all of it
 {
@@ -133,7 +132,7 @@ void StlBlockReader::giveBack()
 
 void StlBlockReader::readAgain(std::size_t count)
 {
-    if (m_lineEnd != StlLineEnd::lineFeed) {
+    if (m_longLines) {
         while (count > 0 && nextCharacter() != EOF)
             --count;
         return;
@@ -148,5 +147,5 @@ void StlBlockReader::readAgain(std::size_t count)
 
 int StlBlockReader::nextCharacter() const
 {
-    return m_lineEnd == StlLineEnd::lineFeed ? std::getc(m_in) : stlNextTextCharacter(m_in);
+    return m_longLines ? stlNextTextCharacter(m_in) : std::getc(m_in);
 }

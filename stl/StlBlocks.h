@@ -66,14 +66,13 @@ private:
     static constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 
     std::FILE *m_in;
-    StlLineEnd m_lineEnd;
     Mark m_mark{};      // not past the first byte that has not been taken
     Mark m_laterMark{}; // may be past it
     bool m_canSeek;
     bool m_atEnd = false;
     int m_error = 0;
     std::unique_ptr<char[]> m_block;
-    std::unique_ptr<char[]> m_longLines; // a piece of the stream, with both characters of each line end
+    std::unique_ptr<char[]> m_longLines; // a piece of the stream; null where lines end in a line feed
     bool m_holdsReturn = false; // a carriage return is the first of them, for a line feed may follow it
     std::size_t m_begin = 0;
     std::size_t m_end = 0;
